@@ -1,0 +1,19 @@
+#pragma once
+
+#include "ledger/KillLedger.h"
+#include "skin/FormRenderer.h"
+#include "ui/Slaying_Tallies.h"
+#include "ui/frmAbout.h"
+
+// The whole program, but for the event loop: one ledger, its windows, the desktop they stand on.
+// Large: on the heap. Needs a QApplication.
+struct Program {
+    Program();
+
+    KillLedger Ledger;
+    Desktop Services;
+    Slaying_Tallies MainWindow;
+    frmAbout AboutWindow;
+    FormRenderer MainRenderer{MainWindow.Window};
+    FormRenderer AboutRenderer{AboutWindow.Window};
+};

@@ -1,0 +1,107 @@
+#include "datafile/FieldReader.h"
+
+#include <cstring>
+
+namespace {
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+} // namespace
+
+// Whether the file has a byte at this offset from Window.Begin; reads on until it is known.
+bool FieldReader::Has(std::size_t offset) {
+    while (static_cast<std::size_t>(Window.End - Window.Begin) <= offset) {
+        if (!Window.Fill()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Gives out the bytes from `first` to `end` and goes on at `next`, past a comma or line end there.
+std::string_view FieldReader::Take(std::size_t first, std::size_t end, std::size_t next) {
+    if (Has(next)) {
+        const bool pair =
+            Window.Begin[next] == '\r' && Has(next + 1) && Window.Begin[next + 1] == '\n';
+        next += pair ? 2 : 1;
+    }
+    const std::string_view text(Window.Begin + first, end - first);
+    if (text.size() > ByteWindow::LongestPiece) {
+        throw Failure(Failure::Kind::Overflow, "a field too long");
+    }
+    Window.Begin += next;
+    return text;
+}
+
+bool FieldReader::Closes(std::size_t quote) {
+    if (!Has(quote + 1)) {
+        return true;
+    }
+    const char follower = Window.Begin[quote + 1];
+    if (follower != ',') {
+        return follower == '\r' || follower == '\n';
+    }
+    if (!Has(quote + 2)) {
+        return false;
+    }
+    const char opener = Window.Begin[quote + 2];
+    return opener == '"' || opener == '-' || IsDigit(opener);
+}
+
+FieldReader::Field FieldReader::ReadQuoted() {
+    std::size_t at = 1;
+    while (Has(at)) {
+        const auto known = static_cast<std::size_t>(Window.End - Window.Begin);
+        const void* const quote = std::memchr(Window.Begin + at, '"', known - at);
+        if (quote == nullptr) {
+            at = known;
+            continue;
+        }
+        at = static_cast<std::size_t>(static_cast<const char*>(quote) - Window.Begin);
+        if (Closes(at)) {
+            return {Take(1, at, at + 1), true};
+        }
+        ++at;
+    }
+    return {Take(1, at, at), false};
+}
+
+FieldReader::Field FieldReader::ReadBare() {
+    std::size_t at = 0;
+    while (Has(at) && Window.Begin[at] != ',' && Window.Begin[at] != '\r' &&
+           Window.Begin[at] != '\n') {
+        ++at;
+    }
+    return {Take(0, at, at), true};
+}
+
+FieldReader::Field FieldReader::ReadField() {
+    if (!Has(0)) {
+        throw Failure(Failure::Kind::EndOfFile, "no field behind the last one");
+    }
+    return *Window.Begin == '"' ? ReadQuoted() : ReadBare();
+}
+
+bool FieldReader::CanBegin(std::string_view start) {
+    const std::size_t first = Has(0) && *Window.Begin == '"' ? 1 : 0;
+    for (std::size_t at = 0; at < start.size() && Has(first + at); ++at) {
+        if (Window.Begin[first + at] != start[at]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::string_view FieldReader::ReadText() {
+    const Field field = ReadField();
+    if (!field.Complete) {
+        throw Failure(Failure::Kind::EndOfFile, "a text without its closing quote");
+    }
+    return field.Text;
+}
+
+double FieldReader::ReadValue() {
+    return Numbers::Read(ReadField().Text);
+}

@@ -1,0 +1,30 @@
+#include "fingerprint/TurnLedger.h"
+
+#include "platform/RawFile.h"
+
+#include <exception>
+
+namespace Main {
+
+bool FileExists(const std::filesystem::path& path) {
+    try {
+        const RawFile file(path);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+int FindTurnRecord(const KillLedger& ledger, std::int32_t fileLength,
+                   std::string_view fingerprint) {
+    int found = 0;
+    for (int i = 1; i <= MaxTurns; ++i) {
+        // The length first: it is the cheaper test, and nearly always tells.
+        if (ledger.TurnFileLengths[i] == fileLength && ledger.TurnHashes[i] == fingerprint) {
+            found = i;
+        }
+    }
+    return found;
+}
+
+} // namespace Main

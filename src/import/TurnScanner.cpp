@@ -1,0 +1,141 @@
+#include "import/TurnScanner.h"
+
+#include "import/KillSentence.h"
+#include "import/ReportGates.h"
+#include "text/Numbers.h"
+#include "text/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Main {
+namespace {
+
+using std::string_view;
+
+// All of them begin with a capital that is rare in prose, so that a line is searched for the
+// two capitals instead of for fourteen phrases.
+constexpr string_view ApproachCapitals = "AW";
+constexpr std::array<string_view, 14> ApproachPhrases = {
+    "As they got nearer",    "As we got nearer",   "As they got closer",    "As we got closer",
+    "As they approached",    "As we approached",   "As they drew closer",   "As we drew closer",
+    "When they got nearer",  "When we got nearer", "When they drew nearer", "When we drew nearer",
+    "When they drew closer", "When we drew closer"};
+
+constexpr std::array<string_view, 7> StopPhrases = {
+    "While moving through here",
+    "In this location, we spotted something",
+    "In this location, we found somthing",
+    "In this location, we discovered something",
+    "During our journey",
+    "In this location we came across",
+    "It looks like we'll have to make our own way there."};
+
+constexpr string_view Killing = "killing";
+constexpr string_view Colon = ":";
+constexpr int MaxLookAheads = 25; // pass without a message
+
+bool IsApproachLine(string_view line) {
+    for (const char capital : ApproachCapitals) {
+        for (std::size_t at = line.find(capital); at != string_view::npos;
+             at = line.find(capital, at + 1)) {
+            const string_view rest = line.substr(at);
+            if (std::any_of(ApproachPhrases.begin(), ApproachPhrases.end(),
+                            [rest](string_view phrase) { return Text::Begins(rest, phrase); })) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool IsContinuation(string_view line) {
+    return !Text::Contains(line, Colon) && !Text::Contains(line, Killing) &&
+           !Text::Trim(line).empty() &&
+           std::none_of(StopPhrases.begin(), StopPhrases.end(),
+                        [line](string_view phrase) { return Text::Contains(line, phrase); });
+}
+
+string_view ReadMain(Scan& scan) {
+    const string_view line = scan.MainReader.ReadLine();
+    ++scan.MainLineCount;
+    return line;
+}
+
+string_view ReadPeek(Scan& scan) {
+    const string_view line = scan.PeekReader.ReadLine();
+    ++scan.PeekLineCount;
+    return line;
+}
+
+// Joins the lines of a wrapped kill sentence: the current line and all that the peek reader finds
+// behind it which can belong to it. The main reader takes those too; the line that ends the
+// sentence stays unread for it.
+void GatherSentence(Scan& scan, const Desktop& desktop) {
+    scan.Sentence = scan.CurrentLine;
+    int GatherCount = 0;
+    bool gatherDone = false;
+    while (!gatherDone) {
+        ++GatherCount;
+        const string_view NextLine = ReadPeek(scan);
+        if (IsContinuation(NextLine)) {
+            ReadMain(scan);
+            if (!scan.Sentence.ends_with(' ') && !NextLine.starts_with(' ')) {
+                scan.Sentence += ' ';
+            }
+            scan.Sentence += NextLine;
+        } else {
+            gatherDone = true;
+        }
+        if (GatherCount > MaxLookAheads) {
+            desktop.ShowMessage({"Error with too many kill lines on turn # " +
+                                 Numbers::PlainDigits(scan.TurnNumber) + "?"});
+            gatherDone = true;
+        }
+    }
+}
+
+// One pass of the line loop.
+void ScanLine(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
+    scan.CurrentLine = ReadMain(scan);
+    if (scan.MainLineCount > scan.PeekLineCount) {
+        ReadPeek(scan); // the same line: keeps the peek reader level
+    }
+    if (scan.ReportRefused) {
+        return;
+    }
+    const string_view line = scan.CurrentLine;
+    if (Text::Contains(line, "crowd")) {
+        scan.CrowdFlag = true;
+    }
+    if (IsApproachLine(line)) {
+        scan.CrowdFlag = false;
+    }
+    const string_view trimmed = Text::Trim(line);
+    if (Text::Begins(trimmed, "Party#")) {
+        PartyGate(scan, ledger, window, trimmed);
+    }
+    if (Text::Begins(trimmed, "Turn# ")) {
+        TurnGate(scan, ledger, desktop, trimmed);
+    }
+    const std::size_t ColonPosition = Text::Position(line, Colon);
+    const std::size_t KillPosition = ColonPosition == 0 ? 0 : Text::Position(line, Killing);
+    if (KillPosition != 0) {
+        GatherSentence(scan, desktop);
+        ParseKillSentence(ledger, desktop, scan.Sentence, KillPosition, ColonPosition,
+                          scan.CrowdFlag, scan.TurnNumber);
+    }
+}
+
+} // namespace
+
+void ProcessTurn(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
+                 const std::filesystem::path& report) {
+    ledger.DataChanged = 1;
+    Scan scan(report, ReadTurnFilter(window));
+    while (!scan.MainReader.AtEnd()) {
+        ScanLine(scan, ledger, window, desktop);
+    }
+}
+
+} // namespace Main

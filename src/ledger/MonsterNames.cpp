@@ -1,0 +1,177 @@
+#include "ledger/MonsterNames.h"
+
+#include "text/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <span>
+
+namespace Main {
+namespace {
+
+using std::string_view;
+
+// A regular way to a plural: the word without its last `Dropped` characters, then `Ending`.
+// The way back drops `Restored` characters from the plural and puts `Singular` behind. Neither
+// looks at what it drops.
+struct PluralRule {
+    std::size_t Dropped;
+    string_view Ending;
+    std::size_t Restored;
+    string_view Singular;
+};
+
+constexpr std::array<PluralRule, 5> PluralRules = {{
+    {0, "s", 1, ""},    // Rat, Rats
+    {0, "es", 2, ""},   // Box, Boxes
+    {1, "ves", 3, "f"}, // Wolf, Wolves
+    {1, "ies", 3, "y"}, // Fly, Flies
+    {2, "en", 2, "an"}, // Man, Men
+}};
+constexpr const PluralRule& Men = PluralRules.back();
+// The right parts of compound names know all rules but this last one.
+constexpr std::span<const PluralRule> RightRules = std::span(PluralRules).first<4>();
+
+// Whether `text` equals `stem` followed by `ending`.
+bool Joins(string_view text, string_view stem, string_view ending) {
+    return text.size() == stem.size() + ending.size() && text.ends_with(ending) &&
+           text.starts_with(stem);
+}
+
+std::string Singular(string_view plural, const PluralRule& rule) {
+    return std::string(Text::Cut(plural, rule.Restored)).append(rule.Singular);
+}
+
+// A name with a blank: the word before the first one, and all the text behind it.
+struct Compound {
+    explicit Compound(string_view name)
+        : Left(Text::Before(name, Text::Position(name, " "))),
+          Right(Text::From(name, Text::Position(name, " ") + 1)) {}
+
+    string_view Left;
+    string_view Right;
+};
+
+// The stored right part in the form that stays when the right parts are one monster's; empty
+// when they are not.
+struct RightPart {
+    bool Fits;
+    std::string Kept;
+};
+
+RightPart ReconcileRight(string_view given, string_view stored) {
+    if (given == stored) {
+        return {true, std::string(stored)};
+    }
+    for (const PluralRule& rule : RightRules) {
+        const string_view givenStem = Text::Cut(given, rule.Dropped);
+        const string_view storedStem = Text::Cut(stored, rule.Dropped);
+        if (Joins(stored, givenStem, rule.Ending)) {
+            return {true, Singular(stored, rule)};
+        }
+        if (Joins(given, storedStem, rule.Ending)) {
+            return {true, std::string(stored)};
+        }
+    }
+    return {false, {}};
+}
+
+// The tests on names that both hold a blank: left parts that are a pair such as Man and Men, or
+// left parts that differ by one last character. True when one fires, which is tried only
+// while nothing is found; the operands of the left parts are worked out in any case.
+bool ReconcileCompound(string_view name, std::string& stored, bool found) {
+    const Compound given(name);
+    const Compound kept(stored);
+
+    const string_view givenStem = Text::Cut(given.Left, Men.Dropped);
+    const string_view keptStem = Text::Cut(kept.Left, Men.Dropped);
+    if (found) {
+        return false;
+    }
+    const bool givenIsMen = Joins(given.Left, keptStem, Men.Ending);
+    if (givenIsMen || Joins(kept.Left, givenStem, Men.Ending)) {
+        const RightPart right = ReconcileRight(given.Right, kept.Right);
+        if (right.Fits) {
+            if (!givenIsMen) {
+                stored = Singular(kept.Left, Men) + ' ' + right.Kept;
+            }
+            return true;
+        }
+    }
+
+    const string_view shorterKept = Text::Cut(kept.Left, 1);
+    if (given.Right == kept.Right) {
+        if (Text::Cut(given.Left, 1) == kept.Left) {
+            return true;
+        }
+        if (shorterKept == given.Left) {
+            stored = std::string(shorterKept) + ' ' + std::string(kept.Right);
+            return true;
+        }
+    }
+    return false;
+}
+
+// The tests on whole names. As above; the operands are worked out behind a hit too, so that
+// a rewrite can stand when the failure comes.
+bool ReconcileWhole(string_view name, std::string& stored, bool found) {
+    bool fired = false;
+    for (const PluralRule& rule : PluralRules) {
+        const string_view givenStem = Text::Cut(name, rule.Dropped);
+        const string_view storedStem = Text::Cut(stored, rule.Dropped);
+        if (found || fired) {
+            continue;
+        }
+        if (Joins(name, storedStem, rule.Ending)) {
+            fired = true;
+        } else if (Joins(stored, givenStem, rule.Ending)) {
+            stored = Singular(stored, rule);
+            fired = true;
+        }
+    }
+    return fired;
+}
+
+// All tests on one slot in use, behind the exact one. True when one fires.
+bool Reconcile(string_view name, std::string& stored, bool found) {
+    bool fired = false;
+    if (Text::Contains(name, " ") && Text::Contains(stored, " ")) {
+        fired = ReconcileCompound(name, stored, found);
+    }
+    return ReconcileWhole(name, stored, found || fired) || fired;
+}
+
+} // namespace
+
+int ResolveMonster(KillLedger& ledger, const Desktop& desktop, std::string_view name) {
+    int Found = 0;
+    int Free = 0;
+    for (int i = 1; i <= MaxMonsters; ++i) {
+        std::string& stored = ledger.MonsterNames[i];
+        if (stored.empty()) {
+            if (Free == 0) {
+                Free = i;
+            }
+            continue;
+        }
+        if (Found == 0 && stored == name) {
+            Found = i;
+        }
+        if (Reconcile(name, stored, Found != 0)) {
+            Found = i;
+        }
+    }
+    if (Found == 0) {
+        if (Free > 0) {
+            ledger.MonsterNames[Free] = name;
+            Found = Free;
+        } else {
+            desktop.ShowMessage({"There was an error with processing - already hit maximum 9,999 "
+                                 "monster types?"});
+        }
+    }
+    return Found;
+}
+
+} // namespace Main

@@ -1,0 +1,12 @@
+#include "Program.h"
+
+#include <QApplication>
+
+#include <memory>
+
+int main(int argc, char* argv[]) {
+    const QApplication application(argc, argv);
+    const auto program = std::make_unique<Program>();
+    program->MainWindow.Window.Show();
+    return QApplication::exec();
+}

@@ -1,0 +1,136 @@
+#include "platform/Controls.h"
+
+#include "platform/CodePage.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+// What the sort order compares.
+std::string Folded(std::string_view text) {
+    std::string folded(text);
+    std::transform(folded.begin(), folded.end(), folded.begin(), [](char c) {
+        return static_cast<char>(CodePage::Lower(static_cast<unsigned char>(c)));
+    });
+    return folded;
+}
+
+const std::string& CellText(const ListItem& row, int sortKey) {
+    static const std::string none;
+    if (sortKey == 0) {
+        return row.Text;
+    }
+    const auto cell = static_cast<std::size_t>(sortKey) - 1;
+    return cell < row.ListSubItems.size() ? row.ListSubItems[cell].Text : none;
+}
+
+} // namespace
+
+void ListView::Clear() {
+    Rows.clear();
+    Selected = 0;
+    MarkStale();
+}
+
+ListItem& ListView::Add(std::string_view text) {
+    ListItem& row = Rows.emplace_back();
+    row.Text = text;
+    row.ListSubItems.resize(ColumnHeaders.empty() ? 0 : ColumnHeaders.size() - 1);
+    if (Selected == 0) {
+        Selected = 1;
+    }
+    MarkStale();
+    return row;
+}
+
+ListItem& ListView::Item(int number) {
+    MarkStale();
+    return Rows.at(static_cast<std::size_t>(number) - 1);
+}
+
+const ListItem& ListView::Item(int number) const {
+    return Rows.at(static_cast<std::size_t>(number) - 1);
+}
+
+const ListItem* ListView::SelectedItem() const {
+    return Selected == 0 ? nullptr : &Item(Selected);
+}
+
+void ListView::Select(int number) {
+    if (number >= 1 && number <= Count()) {
+        Selected = number;
+    }
+}
+
+void ListView::SetSorted(bool on) {
+    IsSorted = on;
+    if (!on) {
+        return;
+    }
+    std::vector<std::string> keys(Rows.size());
+    std::transform(Rows.begin(), Rows.end(), keys.begin(),
+                   [this](const ListItem& row) { return Folded(CellText(row, SortKey)); });
+    std::vector<std::size_t> order(Rows.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    const bool descending = SortOrder != 0;
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return descending ? keys[b] < keys[a] : keys[a] < keys[b];
+    });
+
+    std::vector<ListItem> sorted;
+    sorted.reserve(Rows.size());
+    int selected = 0;
+    for (const std::size_t from : order) {
+        sorted.push_back(std::move(Rows[from]));
+        if (static_cast<int>(from) + 1 == Selected) {
+            selected = static_cast<int>(sorted.size());
+        }
+    }
+    Rows = std::move(sorted);
+    Selected = selected;
+    MarkStale();
+}
+
+bool ListView::HasRowEvents() const {
+    return Enabled && Selected != 0;
+}
+
+void ListView::RaiseClick() const {
+    if (HasRowEvents()) {
+        Raise(Click);
+    }
+}
+
+void ListView::RaiseKeyUp(int keyCode, int shift) const {
+    if (HasRowEvents()) {
+        Raise(KeyUp, keyCode, shift);
+    }
+}
+
+void ListView::RaiseColumnClick(int column) const {
+    Raise(ColumnClick, column);
+}
+
+void ListView::MarkStale() {
+    if (!Stale) {
+        Stale = true;
+        Raise(RowsChanged);
+    }
+}
+
+void Form::Show() {
+    if (!Loaded) {
+        Loaded = true;
+        Raise(Load);
+    }
+    Visible = true;
+}
+
+void Form::Unload() {
+    if (Loaded) {
+        Raise(Unloading);
+        Loaded = false;
+        Visible = false;
+    }
+}

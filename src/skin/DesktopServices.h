@@ -1,0 +1,6 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+// The services of the real desktop: message boxes, file dialogs and the rest.
+Desktop RealDesktop();

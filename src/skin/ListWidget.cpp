@@ -1,0 +1,180 @@
+#include "skin/ListWidget.h"
+
+#include <QAbstractTableModel>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+class RowModel : public QAbstractTableModel {
+public:
+    RowModel(const ListView& list, QObject* parent) : QAbstractTableModel(parent), List(list) {}
+
+    void Restart() {
+        beginResetModel();
+        Rows = List.Count();
+        endResetModel();
+    }
+
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : Rows; }
+    int columnCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(List.ColumnHeaders.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role == Qt::TextAlignmentRole) {
+            return AlignmentOf(index.column());
+        }
+        // The rows may be fewer already than at the last restart.
+        if (role != Qt::DisplayRole || index.row() >= List.Count()) {
+            return {};
+        }
+        const ListItem& row = List.Item(index.row() + 1);
+        const auto column = static_cast<std::size_t>(index.column());
+        return Translate::ToScreen(column == 0 ? row.Text : row.ListSubItems.at(column - 1).Text);
+    }
+    QVariant headerData(int section, Qt::Orientation /*orientation*/, int role) const override {
+        if (role == Qt::TextAlignmentRole) {
+            return AlignmentOf(section);
+        }
+        return role == Qt::DisplayRole ? Translate::ToScreen(Header(section).Text) : QVariant();
+    }
+
+private:
+    const ColumnHeader& Header(int section) const {
+        return List.ColumnHeaders.at(static_cast<std::size_t>(section));
+    }
+    QVariant AlignmentOf(int section) const {
+        return static_cast<int>(Translate::ToScreen(Header(section).Align.Get()) |
+                                Qt::AlignVCenter);
+    }
+
+    const ListView& List;
+    int Rows = 0; // as of the last restart
+};
+
+namespace {
+
+// The key codes that lists act on, 0 for all others.
+int ToKeyCode(int key) {
+    switch (key) {
+    case Qt::Key_Up:
+        return KeyUpArrow;
+    case Qt::Key_Down:
+        return KeyDownArrow;
+    case Qt::Key_Delete:
+        return KeyDelete;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* parent)
+    : QTreeView(parent), List(list), Model(new RowModel(list, this)) {
+    setModel(Model);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    header()->setMinimumSectionSize(scale.Length(300));
+    for (int column = 1; column <= model()->columnCount(); ++column) {
+        Translate::Follow(List.Column(column).Width, header(),
+                          [column, scale](QHeaderView* shown, int width) {
+                              shown->resizeSection(column - 1, scale.Length(width));
+                          });
+    }
+    connect(header(), &QHeaderView::sectionClicked, this,
+            [this](int section) { List.RaiseColumnClick(section + 1); });
+    Translate::Follow(List.MousePointer, this, [](QTreeView* shown, Pointer shape) {
+        shown->setCursor(shape == Pointer::Hourglass ? Qt::WaitCursor : Qt::ArrowCursor);
+    });
+    List.RowsChanged = [shown = QPointer<ListWidget>(this)] {
+        if (shown) {
+            shown->Stale = true;
+            QMetaObject::invokeMethod(
+                shown, [shown] { shown->Sync(); }, Qt::QueuedConnection);
+        }
+    };
+    Sync();
+}
+
+void ListWidget::Sync() {
+    if (!Stale) {
+        return;
+    }
+    Stale = false;
+    List.MarkRead();
+    Syncing = true;
+    Model->Restart();
+    if (List.SelectedRow() != 0) {
+        const QModelIndex selected = Model->index(List.SelectedRow() - 1, 0);
+        setCurrentIndex(selected);
+        scrollTo(selected);
+    }
+    header()->setSortIndicatorShown(List.Sorted());
+    if (List.Sorted()) {
+        header()->setSortIndicator(List.SortKey,
+                                   List.SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+    }
+    Syncing = false;
+}
+
+void ListWidget::keyPressEvent(QKeyEvent* event) {
+    Sync();
+    KeysDown.insert(event->key());
+    QTreeView::keyPressEvent(event);
+}
+
+// Only the release of a key that was pressed here counts: the Enter that closes a message box is
+// released over the list behind it, and a key held down sends releases of its own.
+void ListWidget::keyReleaseEvent(QKeyEvent* event) {
+    QTreeView::keyReleaseEvent(event);
+    if (!event->isAutoRepeat() && KeysDown.erase(event->key()) > 0) {
+        Sync();
+        List.RaiseKeyUp(ToKeyCode(event->key()),
+                        event->modifiers().testFlag(Qt::ShiftModifier) ? 1 : 0);
+    }
+}
+
+void ListWidget::focusOutEvent(QFocusEvent* event) {
+    KeysDown.clear();
+    QTreeView::focusOutEvent(event);
+}
+
+void ListWidget::mousePressEvent(QMouseEvent* event) {
+    Sync();
+    QTreeView::mousePressEvent(event);
+}
+
+void ListWidget::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton &&
+        viewport()->rect().contains(event->position().toPoint())) {
+        Sync();
+        List.RaiseClick();
+    }
+}
+
+void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTreeView::currentChanged(current, previous);
+    if (!Syncing && current.isValid()) {
+        List.Select(current.row() + 1);
+    }
+}
+
+// One row is selected as long as there are rows: blank space and the Ctrl key leave it so.
+QItemSelectionModel::SelectionFlags ListWidget::selectionCommand(const QModelIndex& index,
+                                                                 const QEvent* /*event*/) const {
+    if (!index.isValid()) {
+        return QItemSelectionModel::NoUpdate;
+    }
+    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
+}

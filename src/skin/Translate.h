@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/CodePage.h"
+#include "platform/Controls.h"
+
+#include <QPointer>
+#include <QRect>
+#include <QString>
+
+#include <cmath>
+#include <string>
+#include <string_view>
+
+// Between the controls' terms (bytes, twips) and the screen's (Unicode, pixels).
+namespace Translate {
+
+inline QString ToScreen(std::string_view text) {
+    return QString::fromStdU16String(CodePage::ToUnicode(text));
+}
+inline std::string FromScreen(const QString& text) {
+    return CodePage::FromUnicode(text.toStdU16String());
+}
+
+inline Qt::Alignment ToScreen(Alignment alignment) {
+    switch (alignment) {
+    case Alignment::Right:
+        return Qt::AlignRight;
+    case Alignment::Center:
+        return Qt::AlignHCenter;
+    default:
+        return Qt::AlignLeft;
+    }
+}
+
+// Twips to pixels at the display's dots per inch, so that a window keeps its proportions.
+class Scale {
+public:
+    explicit Scale(int dotsPerInch) : PixelsPerTwip(dotsPerInch / 1440.0) {}
+
+    int Length(int twips) const { return static_cast<int>(std::lround(twips * PixelsPerTwip)); }
+    // Each edge is rounded for itself, so that what touches in twips touches in pixels.
+    QRect Rect(const Place& at) const {
+        const int left = Length(at.Left);
+        const int top = Length(at.Top);
+        return {left, top, Length(at.Left + at.Width) - left, Length(at.Top + at.Height) - top};
+    }
+
+private:
+    double PixelsPerTwip;
+};
+
+// Shows a property in a widget, now and at each change, for as long as the widget lives.
+template <class T, class Widget, class Apply>
+void Follow(Property<T>& property, Widget* widget, Apply apply) {
+    apply(widget, property.Get());
+    property.Changed = [&property, shown = QPointer<Widget>(widget), apply] {
+        if (shown) {
+            apply(shown.data(), property.Get());
+        }
+    };
+}
+
+} // namespace Translate

@@ -1,0 +1,108 @@
+#include "ScriptedDesktop.h"
+#include "fingerprint/TurnLedger.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+#include "text/Failure.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+// The lines of a file, each with '|' behind it.
+std::string AllLines(const std::filesystem::path& file) {
+    LineReader reader(file);
+    std::string lines;
+    while (!reader.AtEnd()) {
+        lines.append(reader.ReadLine()) += '|';
+    }
+    return lines;
+}
+
+} // namespace
+
+TEST(LineReader, EndsLinesAtEveryMark) {
+    const TemporaryFolder folder;
+    for (const auto& [bytes, lines] : {std::pair("", ""),
+                                       {"a", "a|"},
+                                       {"a\nb", "a|b|"},
+                                       {"a\nb\r", "a|b|"},
+                                       {"a\r\nb\nc\rd\r\n", "a|b|c|d|"},
+                                       {"\r\r\n\n\r", "||||"},
+                                       {"a\n\rb", "a||b|"}}) {
+        EXPECT_EQ(AllLines(folder.Write("lines", bytes)), lines) << bytes;
+    }
+    // At the edge of the buffer, too.
+    for (const std::size_t length : {65533U, 65534U, 65535U, 65536U, 65537U, 131071U, 300000U}) {
+        for (const std::string mark : {"\r", "\n", "\r\n"}) {
+            const std::string line(length, '\0');
+            const auto file = folder.Write("lines", line + mark + mark + line + mark + "end");
+            EXPECT_TRUE(AllLines(file) == line + "||" + line + "|end|") << length << mark;
+        }
+    }
+}
+
+TEST(LineReader, FailsBehindTheEndOfItsFile) {
+    const TemporaryFolder folder;
+    LineReader reader(folder.Write("lines", "one\n"));
+    EXPECT_EQ(reader.ReadLine(), "one");
+    EXPECT_THROW(reader.ReadLine(), Failure);
+    EXPECT_TRUE(reader.AtEnd());
+}
+
+// Opening a pipe without a writer waits for ever.
+TEST(Files, RefuseWhatIsNoPlainFileWithoutWaiting) {
+    const TemporaryFolder folder;
+    const auto pipe = folder.Path / "pipe.html";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const std::filesystem::path refused[] = {folder.Path, pipe, "/dev/null", folder.Path / "none"};
+    for (const auto& path : refused) {
+        EXPECT_THROW(LineReader{path}, std::system_error) << path;
+        EXPECT_THROW(Files::LeadingBytes(path, 1), std::system_error) << path;
+        EXPECT_FALSE(Main::FileExists(path)) << path;
+    }
+    EXPECT_TRUE(Main::FileExists(folder.Write("empty", "")));
+}
+
+TEST(Files, HaveASizeBelowTwoGibibytes) {
+    const TemporaryFolder folder;
+    const auto file = folder.Write("large", "");
+    std::filesystem::resize_file(file, 2147483647);
+    EXPECT_EQ(Files::Size(file), 2147483647);
+    std::filesystem::resize_file(file, 2147483648);
+    EXPECT_THROW(Files::Size(file), Failure);
+}
+
+TEST(Files, OfAFolderComeInByteOrder) {
+    const TemporaryFolder folder;
+    for (const std::string& name :
+         Fields("b.htm,B.HTM,a.Htm,10.htm,9.htm,a.html,.hidden.htm,.htm,htm,a.htm.txt,\xE4.htm",
+                ',')) {
+        folder.Write(name, "");
+    }
+    std::filesystem::create_directory(folder.Path / "folder.htm");
+    ASSERT_EQ(::mkfifo((folder.Path / "pipe.htm").c_str(), 0600), 0);
+    Lines names;
+    for (const auto& path : Files::InFolder(folder.Path, ".htm")) {
+        EXPECT_EQ(path.parent_path(), folder.Path);
+        names.push_back(path.filename());
+    }
+    EXPECT_EQ(names, Fields("10.htm,9.htm,B.HTM,a.Htm,b.htm,\xE4.htm", ','));
+    EXPECT_EQ(Files::InFolder(folder.Path, ".html").size(), 1U);
+    EXPECT_TRUE(Files::InFolder(folder.Path / "none", ".htm").empty());
+}
+
+TEST(CodePage, BringsEveryByteBack) {
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) {
+        bytes.push_back(static_cast<char>(byte));
+    }
+    const std::u16string unicode = CodePage::ToUnicode(bytes);
+    EXPECT_EQ(CodePage::FromUnicode(unicode), bytes);
+    // Bytes 0x7E to 0xA1, the unassigned ones as controls.
+    EXPECT_EQ(
+        unicode.substr(0x7E, 36),
+        u"~\x7F\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152"
+        u"\x8D\u017D\x8F\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A"
+        u"\u0153\x9D\u017E\u0178\u00A0\u00A1");
+    EXPECT_EQ(CodePage::FromUnicode(u"a\u0100\U0001F409\u0080b"), "a???b");
+}
