@@ -4,12 +4,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -210,6 +212,86 @@ TEST_F(Skin, ImportsThroughMenuAndFileDialog) {
     EXPECT_EQ(paintings.Seen, Lines{"Please wait, batch importing turns..."})
         << "drawn while the command ran";
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Skin, SortsAtTheHeaderWithTheArrowToTell) {
+    FillLists();
+    QHeaderView* const header = Characters->header();
+    EXPECT_FALSE(header->isSortIndicatorShown());
+    const QPoint kills(header->sectionPosition(1) + 10, header->height() / 2);
+    for (const auto& [order, rows] :
+         {std::pair(Qt::AscendingOrder, QStringList({"Aron 7", "Bela 8"})),
+          {Qt::DescendingOrder, QStringList({"Bela 8", "Aron 7"})}}) {
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, kills);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Rows(Characters), rows);
+        EXPECT_TRUE(header->isSortIndicatorShown());
+        EXPECT_EQ(header->sortIndicatorSection(), 1);
+        EXPECT_EQ(header->sortIndicatorOrder(), order);
+        EXPECT_EQ(Characters->currentIndex().data().toString(), "Aron");
+        EXPECT_TRUE(Characters->viewport()->updatesEnabled());
+    }
+}
+
+TEST_F(Skin, DeletesAtTheReleaseOfTheKeyAndOnlyAtYes) {
+    FillLists();
+    QString prompt;
+    const auto press = [&](Qt::Key key) {
+        return [&prompt, key](QWidget* box) {
+            prompt = static_cast<QMessageBox*>(box)->text();
+            QTest::keyClick(box, key);
+        };
+    };
+    ClickRow(Characters, 1);
+    for (const Qt::Key no : {Qt::Key_Escape, Qt::Key_N}) {
+        WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); }, press(no));
+        EXPECT_EQ(Characters->model()->rowCount(), 2);
+    }
+    WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); }, press(Qt::Key_Y));
+    EXPECT_TRUE(prompt.startsWith("Really delete this character from the list?\nRemember"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Rows(Characters), QStringList("Aron 7"));
+}
+
+TEST_F(Skin, SendsTheReportToTheClipboard) {
+    FillLists();
+    Tallies->Ledger.CharacterNames[1] = "Ren\xE9 \x80";
+    QTest::mouseClick(Window->findChild<QPushButton*>(), Qt::LeftButton);
+    const QString report = QApplication::clipboard()->text();
+    EXPECT_TRUE(report.contains(QString("\r\nRen\u00E9 \u20AC (7 total kills)\r\n")));
+    EXPECT_TRUE(report.endsWith("\r\nWolf : 8 group kills\r\n"));
+}
+
+TEST_F(Skin, CommitsABoxWhenTheMenuTakesTheFocus) {
+    auto* const game = Window->findChildren<QLineEdit*>().constFirst();
+    QTest::mouseClick(game, Qt::LeftButton);
+    QTest::keyClicks(game, "12x");
+    EXPECT_EQ(Tallies->Ledger.GameNumber, 0);
+    QMenuBar* const bar = Window->menuBar();
+    QAction* const file = bar->actions().constFirst();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(file).center());
+    EXPECT_EQ(Tallies->Ledger.GameNumber, 12);
+    EXPECT_EQ(game->text(), "12");
+    file->menu()->close();
+    game->insert(QString(QChar(0x6F22))); // beyond the code page
+    emit game->textEdited(game->text());
+    EXPECT_EQ(game->text(), "12?");
+}
+
+TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
+    for (const int child : {0, 2, 4}) {
+        QWidget* const about = Tallies->AboutRenderer.Window();
+        ASSERT_NE(about, nullptr);
+        const auto parts = about->findChildren<QFrame*>();
+        EXPECT_FALSE(about->findChildren<QLabel*>().constFirst()->pixmap().isNull());
+        QTest::mouseClick(parts.at(child), Qt::LeftButton);
+        EXPECT_EQ(Tallies->AboutRenderer.Window(), nullptr);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        Window->menuBar()->actions().at(1)->menu()->actions().constFirst()->trigger();
+    }
+    Window->menuBar()->actions().constFirst()->menu()->actions().constLast()->trigger();
+    EXPECT_EQ(Tallies->MainRenderer.Window(), nullptr);
+    EXPECT_EQ(Tallies->AboutRenderer.Window(), nullptr);
 }
 
 } // namespace
