@@ -241,7 +241,7 @@ TEST(DataFile, ReadsDamagedFieldsAsTold) {
              {"\"Ver: 6\"\r\n\r\n\r\n\"\"\r\n-3.5", 0, "", -4},
              {"\"Ver: 6\"\r\n12\r\n7\r\n\"say \"hi\", x\"\r\n\"5", 12, "say \"hi\", x", 5},
              {"\"Ver: 6\"\r\n12\r\n7\r\n\"Rat\",5\"\r\n6\r\n", 12, "Rat", 5}, // beyond the format
-             {"\"Ver: 6\"\r\n32768\r\n7\r\n", -1, "old", -1},
+             {"\"Ver: 6\"\r\n32768\r\n7\r\n\"Aron\"\r\n", -1, "old", -1},
              {"\"Ver: 6\"\r\n12\r\n7\r\n\"Aron\"\r\n2147483648\r\n", 12, "Aron", -1},
              {"\"Ver: 6\"\r\n12\r\n7\r\n\"Aron\"\r\n1e999\r\n", 12, "Aron", -1},
              {"\"Ver: 6\"\r\n12\r\n7\r\n\"Aron\r\n5\r\n", 12, "old", -1},

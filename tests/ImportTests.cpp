@@ -93,7 +93,7 @@ TEST(Import, SendsTheCrowdAwayOnAnApproach) {
 TEST(Import, LimitsClausesAndLines) {
     for (const int count : {24, 25, 26, 27}) {
         World world;
-        std::string clauses = "A: killing 1 No 100";
+        std::string clauses = "Turn#  12.5/A: killing 1 No 100";
         std::string lines = "B: killing 3 Rats";
         std::string name = "Rats";
         for (int i = 1; i <= count; ++i) {
@@ -101,7 +101,7 @@ TEST(Import, LimitsClausesAndLines) {
             lines += "/line " + std::to_string(i);
             name += i <= 26 ? " line " + std::to_string(i) : "";
         }
-        world.ImportText("Turn#  12.5/" + clauses + "//" + lines + "/C: killing 1 Cat//");
+        world.ImportText(clauses.append("//").append(lines).append("/C: killing 1 Cat//"));
         EXPECT_EQ(world.Ledger.CharacterKills[1], std::min(count, 26));
         EXPECT_TRUE(world.Tallies().ends_with(" + B: " + name + " 3 + C: Cat 1"));
         Lines boxes;
@@ -159,10 +159,11 @@ TEST(ReportGates, FilterTurns) {
 TEST(ReportGates, CountAReportOnce) {
     World world;
     // Report, tallies behind it, the last slot of the turn ledger that it leaves taken.
-    const struct {
+    struct Step {
         std::string Report, Tallies;
         int Slot;
-    } steps[] = {
+    };
+    const std::vector<Step> steps = {
         {"B: killing 1//" + Turn("0005"), "B: PC 1 + Aron: Rat 1", 1},
         {"B: killing 1//" + Turn("0005"), "B: PC 2 + Aron: Rat 1", 1}, // above the header
         {"B: killing 1//" + Turn("0006"), "B: PC 3 + Aron: Rat 2", 2}, // of the same size

@@ -35,8 +35,11 @@ TEST(LineReader, EndsLinesAtEveryMark) {
     for (const std::size_t length : {65533U, 65534U, 65535U, 65536U, 65537U, 131071U, 300000U}) {
         for (const std::string mark : {"\r", "\n", "\r\n"}) {
             const std::string line(length, '\0');
-            const auto file = folder.Write("lines", line + mark + mark + line + mark + "end");
-            EXPECT_TRUE(AllLines(file) == line + "||" + line + "|end|") << length << mark;
+            std::string bytes = line;
+            std::string lines = line;
+            bytes.append(mark).append(mark).append(line).append(mark).append("end");
+            lines.append("||").append(line).append("|end|");
+            EXPECT_TRUE(AllLines(folder.Write("lines", bytes)) == lines) << length << mark;
         }
     }
 }
@@ -54,7 +57,8 @@ TEST(Files, RefuseWhatIsNoPlainFileWithoutWaiting) {
     const TemporaryFolder folder;
     const auto pipe = folder.Path / "pipe.html";
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-    const std::filesystem::path refused[] = {folder.Path, pipe, "/dev/null", folder.Path / "none"};
+    const std::vector<std::filesystem::path> refused = {folder.Path, pipe, "/dev/null",
+                                                        folder.Path / "none"};
     for (const auto& path : refused) {
         EXPECT_THROW(LineReader{path}, std::system_error) << path;
         EXPECT_THROW(Files::LeadingBytes(path, 1), std::system_error) << path;

@@ -78,13 +78,13 @@ void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
     window.lstMonsters.KeyUp = trapped(
         [&](int keyCode, int /*shift*/) { lstMonsters_KeyUp(ledger, window, desktop, keyCode); });
 
-    WireBox(window.txtGame, [&] { CommitNumber(ledger.GameNumber, window.txtGame); });
-    WireBox(window.txtParty, [&] { CommitNumber(ledger.PartyNumber, window.txtParty); });
-    WireBox(window.txtTurnStart, [&] { CommitTurn(window.txtTurnStart); });
-    WireBox(window.txtTurnEnd, [&] { CommitTurn(window.txtTurnEnd); });
+    WireBox(window.txtGame, trapped([&] { CommitNumber(ledger.GameNumber, window.txtGame); }));
+    WireBox(window.txtParty, trapped([&] { CommitNumber(ledger.PartyNumber, window.txtParty); }));
+    WireBox(window.txtTurnStart, trapped([&] { CommitTurn(window.txtTurnStart); }));
+    WireBox(window.txtTurnEnd, trapped([&] { CommitTurn(window.txtTurnEnd); }));
 
     about.Window.Load = trapped([&] { frmAbout_Load(ledger, about, desktop); });
-    about.Window.Unloading = [&] { frmAbout_Unload(window); };
+    about.Window.Unloading = trapped([&] { frmAbout_Unload(window); });
     const auto close = [&] { about.Window.Unload(); };
     about.Frame1.Click = close;
     about.Picture1.Click = close;

@@ -3,10 +3,10 @@
 #include "datafile/FieldReader.h"
 #include "text/Text.h"
 
-#include <array>
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Main {
 namespace {
@@ -15,57 +15,61 @@ using std::string_view;
 
 constexpr string_view FormatMark = "Ver: 6";
 constexpr string_view AnyFormatMark = "Ver:";
-constexpr string_view LineEnd = "\r\n";
 
 // Puts fields into a buffer, and the buffer into the file whenever it has filled up.
 class FieldWriter {
 public:
-    explicit FieldWriter(FileReplacement& file) : File(file) { Buffer.reserve(Capacity); }
+    explicit FieldWriter(FileReplacement& file) : File(file), Buffer(Capacity) {}
 
     void Text(string_view text) {
-        Buffer += '"';
-        Append(text);
-        Buffer += '"';
-        EndLine();
+        Reserve(text.size() + LongestFrame);
+        Put("\"");
+        if (text.size() > Capacity - LongestFrame) {
+            Flush();
+            File.Write(text); // a text of that size needs no buffer
+        } else {
+            Put(text);
+        }
+        Put("\"\r\n");
     }
 
     void Number(std::int32_t value) {
-        std::array<char, 12> digits; // NOLINT(*-member-init): to_chars fills what is read
-        const auto [end, error] =
-            std::to_chars(digits.data(), digits.data() + digits.size(), value);
-        Buffer.append(digits.data(), end);
-        EndLine();
+        Reserve(LongestNumberLine);
+        char* next = Buffer.data() + Filled;
+        if (value >= 0 && value <= 99) { // nearly all of them are
+            *next = static_cast<char>('0' + value / 10);
+            next += value > 9 ? 1 : 0;
+            *next++ = static_cast<char>('0' + value % 10);
+        } else {
+            next = std::to_chars(next, next + LongestNumberLine, value).ptr;
+        }
+        Filled = static_cast<std::size_t>(next - Buffer.data());
+        Put("\r\n");
     }
 
     void Flush() {
-        File.Write(Buffer);
-        Buffer.clear();
+        File.Write({Buffer.data(), Filled});
+        Filled = 0;
     }
 
 private:
     static constexpr std::size_t Capacity = std::size_t{256} << 10;
+    static constexpr std::size_t LongestFrame = 4; // two quotes and the line end
     static constexpr std::size_t LongestNumberLine = 16;
 
-    void Append(string_view text) {
-        if (text.size() > Capacity - Buffer.size()) {
+    void Reserve(std::size_t bytes) {
+        if (Filled + bytes > Capacity) {
             Flush();
-        }
-        if (text.size() > Capacity) {
-            File.Write(text); // a text of that size needs no buffer
-        } else {
-            Buffer += text;
         }
     }
-
-    void EndLine() {
-        Buffer += LineEnd;
-        if (Capacity - Buffer.size() < LongestNumberLine) {
-            Flush();
-        }
+    void Put(string_view bytes) {
+        bytes.copy(Buffer.data() + Filled, bytes.size());
+        Filled += bytes.size();
     }
 
     FileReplacement& File;
-    std::string Buffer;
+    std::vector<char> Buffer;
+    std::size_t Filled = 0;
 };
 
 // All fields behind the format mark, in the order of the file. Both directions go by this one

@@ -8,6 +8,14 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+constexpr std::size_t LongestNumber = std::size_t{64} << 10; // bytes
+
+void RequireLength(std::size_t length, std::size_t limit) {
+    if (length > limit) {
+        throw Failure(Failure::Kind::Overflow, "a field too long");
+    }
+}
+
 } // namespace
 
 // Whether the file has a byte at this offset from Window.Begin; reads on until it is known.
@@ -28,9 +36,6 @@ std::string_view FieldReader::Take(std::size_t first, std::size_t end, std::size
         next += pair ? 2 : 1;
     }
     const std::string_view text(Window.Begin + first, end - first);
-    if (text.size() > ByteWindow::LongestPiece) {
-        throw Failure(Failure::Kind::Overflow, "a field too long");
-    }
     Window.Begin += next;
     return text;
 }
@@ -50,9 +55,10 @@ bool FieldReader::Closes(std::size_t quote) {
     return opener == '"' || opener == '-' || IsDigit(opener);
 }
 
-FieldReader::Field FieldReader::ReadQuoted() {
+FieldReader::Field FieldReader::ReadQuoted(std::size_t limit) {
     std::size_t at = 1;
     while (Has(at)) {
+        RequireLength(at - 1, limit);
         const auto known = static_cast<std::size_t>(Window.End - Window.Begin);
         const void* const quote = std::memchr(Window.Begin + at, '"', known - at);
         if (quote == nullptr) {
@@ -61,6 +67,7 @@ FieldReader::Field FieldReader::ReadQuoted() {
         }
         at = static_cast<std::size_t>(static_cast<const char*>(quote) - Window.Begin);
         if (Closes(at)) {
+            RequireLength(at - 1, limit);
             return {Take(1, at, at + 1), true};
         }
         ++at;
@@ -68,20 +75,21 @@ FieldReader::Field FieldReader::ReadQuoted() {
     return {Take(1, at, at), false};
 }
 
-FieldReader::Field FieldReader::ReadBare() {
+FieldReader::Field FieldReader::ReadBare(std::size_t limit) {
     std::size_t at = 0;
     while (Has(at) && Window.Begin[at] != ',' && Window.Begin[at] != '\r' &&
            Window.Begin[at] != '\n') {
         ++at;
+        RequireLength(at, limit);
     }
     return {Take(0, at, at), true};
 }
 
-FieldReader::Field FieldReader::ReadField() {
+FieldReader::Field FieldReader::ReadField(std::size_t limit) {
     if (!Has(0)) {
         throw Failure(Failure::Kind::EndOfFile, "no field behind the last one");
     }
-    return *Window.Begin == '"' ? ReadQuoted() : ReadBare();
+    return *Window.Begin == '"' ? ReadQuoted(limit) : ReadBare(limit);
 }
 
 bool FieldReader::CanBegin(std::string_view start) {
@@ -95,13 +103,30 @@ bool FieldReader::CanBegin(std::string_view start) {
 }
 
 std::string_view FieldReader::ReadText() {
-    const Field field = ReadField();
+    const Field field = ReadField(ByteWindow::LongestPiece);
     if (!field.Complete) {
         throw Failure(Failure::Kind::EndOfFile, "a text without its closing quote");
     }
     return field.Text;
 }
 
+// Takes a number of up to nine digits with CR LF behind it, if one stands whole in the window.
+bool FieldReader::TakeDigits(std::uint32_t& value) {
+    constexpr std::ptrdiff_t mostDigits = 9;
+    if (Window.End - Window.Begin < mostDigits + 2) {
+        return false;
+    }
+    const char* at = Window.Begin;
+    for (const char* const end = at + mostDigits; at < end && IsDigit(*at); ++at) {
+        value = value * 10 + static_cast<std::uint32_t>(*at - '0');
+    }
+    if (at == Window.Begin || at[0] != '\r' || at[1] != '\n') {
+        return false;
+    }
+    Window.Begin = at + 2;
+    return true;
+}
+
 double FieldReader::ReadValue() {
-    return Numbers::Read(ReadField().Text);
+    return Numbers::Read(ReadField(LongestNumber).Text);
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <string_view>
 
 // Reads a data file field by field. A field that begins with a double quote ends at the next
@@ -26,10 +27,16 @@ public:
 
     // The next field as number, quoted or not, rounded into the field type Whole. What the end of
     // the file cuts off is read as far as it stands. Fails (EndOfFile) when there is no field,
-    // (Overflow) on a number that does not fit.
+    // (Overflow) on a number that does not fit and on a field over 64 KiB.
     template <class Whole>
     Whole ReadNumber() {
-        return Numbers::RoundInto<Whole>(ReadValue());
+        // Nearly every field of a file is a few digits and a line end.
+        std::uint32_t digits = 0;
+        const bool plain = TakeDigits(digits);
+        if (plain && digits <= std::uint32_t{std::numeric_limits<Whole>::max()}) {
+            return static_cast<Whole>(digits);
+        }
+        return Numbers::RoundInto<Whole>(plain ? digits : ReadValue());
     }
 
 private:
@@ -38,10 +45,11 @@ private:
         bool Complete; // not cut off in front of its closing quote
     };
 
+    bool TakeDigits(std::uint32_t& value);
     double ReadValue();
-    Field ReadField();
-    Field ReadQuoted();
-    Field ReadBare();
+    Field ReadField(std::size_t limit);
+    Field ReadQuoted(std::size_t limit);
+    Field ReadBare(std::size_t limit);
     bool Closes(std::size_t quote);
     bool Has(std::size_t offset);
     std::string_view Take(std::size_t first, std::size_t end, std::size_t next);

@@ -84,6 +84,9 @@ void GatherSentence(Scan& scan, const Desktop& desktop) {
                 scan.Sentence += ' ';
             }
             scan.Sentence += NextLine;
+            if (scan.Sentence.size() > ByteWindow::LongestPiece) {
+                throw Failure(Failure::Kind::Overflow, "a sentence too long");
+            }
         } else {
             gatherDone = true;
         }

@@ -142,17 +142,92 @@ bool Reconcile(string_view name, std::string& stored, bool found) {
     return ReconcileWhole(name, stored, found || fired) || fired;
 }
 
+// Finds the slots on which a test above can fire or fail, which are few, by the length of the
+// stored name and a few of its bytes. It follows from the tests: names that one of them brings
+// together
+//   - differ by at most two bytes in length, and agree in the given name but for its last three
+//     bytes and the last two of its left part; or, by the letter test, differ by one byte in
+//     length and agree in the last one;
+//   - agree in the given left part but for its last two bytes, or without one in the given
+//     name but for its last three.
+// A stored name too short to be cut, a left part too short, and an empty right part behind a left
+// one for which the pair test may hold have to reach the tests, to fail there.
+class Sieve {
+public:
+    explicit Sieve(string_view name)
+        : Name(name), Left(name.find(' ')), HasBlank(Left != string_view::npos),
+          // A name that can fail at any slot is tried on every slot.
+          Applies(name.size() >= 2 && (!HasBlank || (Left >= 2 && name.size() > Left + 1))) {
+        const std::size_t agreeing = name.size() - std::min(name.size(), std::size_t{3});
+        Head = HasBlank ? Left - 2 : agreeing;
+        // The byte that tells most is the last one in which the names agree.
+        const std::size_t telling = !HasBlank || agreeing > Left ? agreeing : Head;
+        HasTelling = telling > 0;
+        Telling = HasTelling ? telling - 1 : 0;
+    }
+
+    // The next slot from `i` on that has to be tried or, if `empty` is on, is empty; behind the
+    // last slot if there is none. The conditions are joined without a branch for each, since a
+    // branch that goes either way costs more than all of them.
+    int Next(const Slots<std::string, MaxMonsters>& names, int i, bool empty) const {
+        if (!Applies) {
+            while (i <= MaxMonsters && names[i].empty() && !empty) {
+                ++i;
+            }
+            return i;
+        }
+        const std::size_t shortest = Name.size() - 2;
+        const std::size_t telling = Telling;
+        const char tellingByte = Name[telling];
+        const int mask = HasTelling ? 0xFF : 0; // without one, any byte will do
+        const char lastByte = Name.back();
+        const std::size_t noRight = HasBlank ? Left + 1 : 0;
+        for (; i <= MaxMonsters; ++i) {
+            const char* const bytes = names[i].data();
+            const std::size_t size = names[i].size();
+            if (size < 2) {
+                if (size == 1 || empty) {
+                    return i;
+                }
+                continue;
+            }
+            const std::size_t longer = size - shortest; // 0 to 4 when near in length
+            const unsigned near = longer <= 4 ? 1 : 0;
+            const unsigned alike = ((bytes[near * telling] ^ tellingByte) & mask) == 0 ? 1U : 0U;
+            const unsigned sameEnd = bytes[size - 1] == lastByte ? 1 : 0;
+            const unsigned mayFire = near & (alike | (sameEnd & static_cast<unsigned>(longer)));
+            const unsigned mayFail = (bytes[0] == ' ' ? 1U : 0U) | (bytes[1] == ' ' ? 1U : 0U) |
+                                     (size == noRight ? 1U : 0U);
+            if ((mayFire | mayFail) != 0 &&
+                (mayFail != 0 || string_view(bytes, size).starts_with(Name.substr(0, Head)))) {
+                return i;
+            }
+        }
+        return i;
+    }
+
+private:
+    string_view Name;
+    std::size_t Left; // bytes in front of the first blank
+    bool HasBlank;
+    bool Applies;
+    bool HasTelling = false;
+    std::size_t Telling = 0; // index of a byte in which the names agree
+    std::size_t Head = 0;    // bytes at the start in which they agree
+};
+
 } // namespace
 
 int ResolveMonster(KillLedger& ledger, const Desktop& desktop, std::string_view name) {
     int Found = 0;
     int Free = 0;
-    for (int i = 1; i <= MaxMonsters; ++i) {
-        std::string& stored = ledger.MonsterNames[i];
+    auto& names = ledger.MonsterNames;
+    const Sieve sieve(name);
+    for (int i = sieve.Next(names, 1, true); i <= MaxMonsters;
+         i = sieve.Next(names, i + 1, Free == 0)) {
+        std::string& stored = names[i];
         if (stored.empty()) {
-            if (Free == 0) {
-                Free = i;
-            }
+            Free = i;
             continue;
         }
         if (Found == 0 && stored == name) {

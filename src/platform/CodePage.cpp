@@ -28,6 +28,10 @@ char Byte(char16_t character) {
     return direct ? static_cast<char>(character) : '?';
 }
 
+// A surrogate is one half of a character of two units.
+bool IsLeadingSurrogate(char16_t unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
 bool IsTrailingSurrogate(char16_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
@@ -44,10 +48,12 @@ std::u16string ToUnicode(std::string_view text) {
 std::string FromUnicode(std::u16string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
+    char16_t before = 0;
     for (const char16_t unit : text) {
-        if (!IsTrailingSurrogate(unit)) {
+        if (!(IsLeadingSurrogate(before) && IsTrailingSurrogate(unit))) {
             bytes.push_back(Byte(unit));
         }
+        before = unit;
     }
     return bytes;
 }

@@ -67,6 +67,7 @@ struct Label {
     Property<std::string> Caption; // '&' is a character like any other
     Alignment Align = Alignment::Left;
     double FontPoints = 8.25;
+    std::string FontName; // empty: the desktop's own
     std::function<void()> Click;
 
     // Draws the label now.

@@ -31,8 +31,8 @@ private:
 // Puts a new content in the place of a file, or makes the file. Until Commit the target is the
 // old file, whole; from then on it is the new one, whole, whenever the power goes. It keeps its
 // permissions; a symbolic link to it stays a link.
-// Only in a folder that forbids new files is the target written in place, and a failure then can
-// leave a mixture.
+// Only in a folder that forbids new files, or the replacing of this one, is the target written in
+// place, and a failure then can leave a mixture.
 class FileReplacement {
 public:
     // Fails when the target is there and cannot be opened for writing, or is not a plain file.

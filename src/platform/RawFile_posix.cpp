@@ -51,24 +51,51 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
 }
 
 // Makes a file of a name not yet taken in `folder`. Gives its handle, -1 when the folder forbids
-// new files.
+// new files; sets `name` only when the file is ours.
 int MakeNewFile(const std::filesystem::path& folder, mode_t mode, std::filesystem::path& name) {
     for (int attempt = 0;; ++attempt) {
-        name = folder /
-               (".slaying-tallies-" + std::to_string(::getpid()) + '-' + std::to_string(attempt));
-        const int handle = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        std::filesystem::path candidate =
+            folder /
+            (".slaying-tallies-" + std::to_string(::getpid()) + '-' + std::to_string(attempt));
+        const int handle = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (handle >= 0) {
+            name.swap(candidate);
             return handle;
         }
-        const int code = errno;
-        if (code != EEXIST) {
-            name.clear();
-            if (code == EACCES || code == EPERM) {
-                return -1;
-            }
-            Fail(code);
+        if (errno == EACCES || errno == EPERM) {
+            return -1;
+        }
+        if (errno != EEXIST) {
+            Fail(errno);
         }
     }
+}
+
+// Whether the folder keeps everybody from renaming over a file of somebody else.
+bool ForbidsReplacing(const std::filesystem::path& folder, const struct stat& file) {
+    struct stat status {};
+    if (::stat(folder.c_str(), &status) != 0) {
+        Fail(errno);
+    }
+    const uid_t self = ::geteuid();
+    return (status.st_mode & S_ISVTX) != 0 && self != 0 && self != file.st_uid &&
+           self != status.st_uid;
+}
+
+// Gives a new file the owner, group and permissions of the old one, as far as the system lets
+// us: only the superuser can give a file to another, and anyone else's is rightly their own.
+// A group that cannot be kept loses its permissions, which were meant for the old one.
+void TakeOver(int newFile, const struct stat& old) {
+    struct stat made {};
+    Retry([&] { return ::fstat(newFile, &made); });
+    mode_t mode = old.st_mode & 07777;
+    if (made.st_uid != old.st_uid && ::fchown(newFile, old.st_uid, static_cast<gid_t>(-1)) != 0) {
+        mode &= 01777; // what runs with its owner's rights must not run with ours
+    }
+    if (made.st_gid != old.st_gid && ::fchown(newFile, static_cast<uid_t>(-1), old.st_gid) != 0) {
+        mode &= 05707;
+    }
+    Retry([&] { return ::fchmod(newFile, mode); }); // last: a change of owner takes some away
 }
 
 // So that a name given in the folder survives a power cut.
@@ -129,7 +156,13 @@ FileReplacement::FileReplacement(const std::filesystem::path& target) : FileRepl
     const bool exists = ::stat(Target.c_str(), &old) == 0;
     if (exists) {
         RequirePlainFile(old);
-        Handle = Retry([&] { return ::open(Target.c_str(), O_WRONLY | O_CLOEXEC); });
+        Handle = Retry(
+            [&] { return ::open(Target.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); });
+        Retry([&] { return ::fstat(Handle, &old); }); // may be another file by now
+        RequirePlainFile(old);
+        if (ForbidsReplacing(Folder(), old)) {
+            return; // in place
+        }
     } else if (errno != ENOENT) {
         Fail(errno);
     }
@@ -144,12 +177,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& target) : FileRepl
     const int oldHandle = std::exchange(Handle, newHandle);
     if (exists) {
         ::close(oldHandle);
-        // The owner first, since a change of owner takes permissions away. Only the superuser
-        // can give a file to another: anyone else's new file is rightly their own.
-        if (::fchown(Handle, old.st_uid, old.st_gid) != 0 && errno != EPERM) {
-            Fail(errno);
-        }
-        Retry([&] { return ::fchmod(Handle, old.st_mode & 07777); });
+        TakeOver(Handle, old);
     }
 }
 
@@ -166,6 +194,9 @@ void FileReplacement::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         const auto count = static_cast<std::size_t>(
             Retry([&] { return ::write(Handle, bytes.data(), bytes.size()); }));
+        if (count == 0) {
+            Fail(EIO);
+        }
         bytes.remove_prefix(count);
         Written += count;
     }

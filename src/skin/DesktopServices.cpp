@@ -1,12 +1,12 @@
 #include "skin/DesktopServices.h"
 
+#include "platform/Files.h"
 #include "skin/ListWidget.h"
 #include "skin/Translate.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QEventLoop>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QImage>
@@ -111,13 +111,16 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
 }
 
 std::optional<std::string> LoadPicture(const std::filesystem::path& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
+    constexpr std::size_t largest = std::size_t{16} << 20; // bytes
+    try {
+        std::string bytes = Files::LeadingBytes(path, largest);
+        if (!QImage::fromData(QByteArray::fromStdString(bytes), "GIF").isNull()) {
+            return bytes;
+        }
+    } catch (const std::exception&) {
+        // as good as no picture
     }
-    const QByteArray bytes = file.readAll();
-    return QImage::fromData(bytes, "GIF").isNull() ? std::nullopt
-                                                   : std::optional(bytes.toStdString());
+    return std::nullopt;
 }
 
 // At most one list is locked at a time.

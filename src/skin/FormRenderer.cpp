@@ -19,7 +19,9 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <limits>
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -42,13 +44,20 @@ private:
 
 // Raises the click of a control that is no button.
 void WatchClick(QWidget* widget, const std::function<void()>& click) {
-    new EventWatch(widget, [widget, &click](const QEvent& event) {
-        if (event.type() == QEvent::MouseButtonRelease) {
-            const auto& mouse = static_cast<const QMouseEvent&>(event);
-            if (mouse.button() == Qt::LeftButton &&
-                widget->rect().contains(mouse.position().toPoint())) {
-                Raise(click);
-            }
+    // A release counts only behind a press in the same place: the double click that chose a file
+    // is released over whatever the dialog stood on.
+    new EventWatch(widget, [widget, &click, pressed = false](const QEvent& event) mutable {
+        if (event.type() != QEvent::MouseButtonPress &&
+            event.type() != QEvent::MouseButtonRelease) {
+            return;
+        }
+        const auto& mouse = static_cast<const QMouseEvent&>(event);
+        if (mouse.button() != Qt::LeftButton) {
+            return;
+        }
+        const bool wasPressed = std::exchange(pressed, event.type() == QEvent::MouseButtonPress);
+        if (wasPressed && !pressed && widget->rect().contains(mouse.position().toPoint())) {
+            Raise(click);
         }
     });
 }
@@ -128,6 +137,11 @@ private:
         widget->setWordWrap(label.Align == Alignment::Center);
         widget->setAlignment(Translate::ToScreen(label.Align) |
                              (label.Align == Alignment::Center ? Qt::AlignTop : Qt::AlignVCenter));
+        if (!label.FontName.empty()) {
+            QFont font = widget->font();
+            font.setFamilies(QStringList(Translate::ToScreen(label.FontName)) + font.families());
+            widget->setFont(font);
+        }
         Translate::Follow(label.Caption, widget,
                           [&label](QLabel* shown, const std::string& caption) {
                               shown->setText(Translate::ToScreen(caption));
@@ -143,10 +157,13 @@ private:
         }
         auto* const widget = new QLineEdit(parent);
         PlaceAt(widget, box.At);
+        widget->setMaxLength(std::numeric_limits<int>::max());
         Translate::Follow(box.Text, widget, [](QLineEdit* shown, const std::string& text) {
             const QString screenText = Translate::ToScreen(text);
             if (shown->text() != screenText) {
+                const int cursor = shown->cursorPosition();
                 shown->setText(screenText);
+                shown->setCursorPosition(cursor);
             }
         });
         QObject::connect(widget, &QLineEdit::textEdited, widget,
@@ -279,10 +296,12 @@ QMainWindow* FormRenderer::Window() const {
 void FormRenderer::Follow() {
     if (!Rendered.Visible) {
         if (Shown) {
-            // Deleted later: the window may be closing itself in one of its own events.
-            Shown->deleteLater();
-            Shown->hide();
+            // Closed, not only hidden, so that the program ends with its last window; deleted
+            // later, since the window may be closing itself in one of its own events.
+            QMainWindow* const gone = Shown;
             Shown = nullptr;
+            gone->close();
+            gone->deleteLater();
         }
         return;
     }

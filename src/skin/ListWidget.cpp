@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include <utility>
+
 class RowModel : public QAbstractTableModel {
 public:
     RowModel(const ListView& list, QObject* parent) : QAbstractTableModel(parent), List(list) {}
@@ -149,15 +151,23 @@ void ListWidget::focusOutEvent(QFocusEvent* event) {
     QTreeView::focusOutEvent(event);
 }
 
+// Only the left button chooses: the row that it selects is always the one whose click is raised.
 void ListWidget::mousePressEvent(QMouseEvent* event) {
-    Sync();
-    QTreeView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) {
+        Sync();
+        MouseDown = true;
+        QTreeView::mousePressEvent(event);
+    }
+}
+
+// The second press of a double click is a press like any other.
+void ListWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
 }
 
 void ListWidget::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
-    if (event->button() == Qt::LeftButton &&
-        viewport()->rect().contains(event->position().toPoint())) {
+    if (event->button() == Qt::LeftButton && std::exchange(MouseDown, false)) {
         Sync();
         List.RaiseClick();
     }

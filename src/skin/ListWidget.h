@@ -26,6 +26,7 @@ protected:
     void keyReleaseEvent(QKeyEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -37,4 +38,5 @@ private:
     bool Stale = true;
     bool Syncing = false;
     std::set<int> KeysDown; // pressed while this list had the focus
+    bool MouseDown = false; // the left button was pressed here
 };
