@@ -43,8 +43,9 @@ public:
         } else {
             next = std::to_chars(next, next + LongestNumberLine, value).ptr;
         }
+        *next++ = '\r';
+        *next++ = '\n';
         Filled = static_cast<std::size_t>(next - Buffer.data());
-        Put("\r\n");
     }
 
     void Flush() {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <stdexcept>
 
 namespace {
 
@@ -28,15 +29,23 @@ const std::string& CellText(const ListItem& row, int sortKey) {
 } // namespace
 
 void ListView::Clear() {
-    Rows.clear();
+    RowCount = 0;
     Selected = 0;
     MarkStale();
 }
 
 ListItem& ListView::Add(std::string_view text) {
-    ListItem& row = Rows.emplace_back();
+    if (RowCount == Rows.size()) {
+        Rows.emplace_back();
+    }
+    ListItem& row = Rows[RowCount++];
     row.Text = text;
+    row.Tag.clear();
     row.ListSubItems.resize(ColumnHeaders.empty() ? 0 : ColumnHeaders.size() - 1);
+    for (ListSubItem& cell : row.ListSubItems) {
+        cell.Text.clear();
+        cell.Tag.clear();
+    }
     if (Selected == 0) {
         Selected = 1;
     }
@@ -46,11 +55,18 @@ ListItem& ListView::Add(std::string_view text) {
 
 ListItem& ListView::Item(int number) {
     MarkStale();
-    return Rows.at(static_cast<std::size_t>(number) - 1);
+    return Rows.at(Index(number));
 }
 
 const ListItem& ListView::Item(int number) const {
-    return Rows.at(static_cast<std::size_t>(number) - 1);
+    return Rows.at(Index(number));
+}
+
+std::size_t ListView::Index(int number) const {
+    if (number < 1 || number > Count()) {
+        throw std::out_of_range("no such row");
+    }
+    return static_cast<std::size_t>(number) - 1;
 }
 
 const ListItem* ListView::SelectedItem() const {
@@ -68,10 +84,11 @@ void ListView::SetSorted(bool on) {
     if (!on) {
         return;
     }
-    std::vector<std::string> keys(Rows.size());
+    Rows.resize(RowCount);
+    std::vector<std::string> keys(RowCount);
     std::transform(Rows.begin(), Rows.end(), keys.begin(),
                    [this](const ListItem& row) { return Folded(CellText(row, SortKey)); });
-    std::vector<std::size_t> order(Rows.size());
+    std::vector<std::size_t> order(RowCount);
     std::iota(order.begin(), order.end(), std::size_t{0});
     const bool descending = SortOrder != 0;
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
@@ -79,7 +96,7 @@ void ListView::SetSorted(bool on) {
     });
 
     std::vector<ListItem> sorted;
-    sorted.reserve(Rows.size());
+    sorted.reserve(RowCount);
     int selected = 0;
     for (const std::size_t from : order) {
         sorted.push_back(std::move(Rows[from]));

@@ -168,7 +168,7 @@ public:
     // Appends a row with this text and empty cells behind it. The reference holds until the
     // next change of the rows.
     ListItem& Add(std::string_view text);
-    int Count() const { return static_cast<int>(Rows.size()); }
+    int Count() const { return static_cast<int>(RowCount); }
     // The row `number` in the present order, to be changed or only read.
     // Fails (std::out_of_range) on a number that is no row.
     ListItem& Item(int number);
@@ -199,8 +199,12 @@ public:
 private:
     void MarkStale();
     bool HasRowEvents() const;
+    std::size_t Index(int number) const;
 
+    // The first RowCount entries are the rows. Those behind are left over from a longer list: a
+    // refill writes over them instead of asking for memory anew.
     std::vector<ListItem> Rows;
+    std::size_t RowCount = 0;
     int Selected = 0;
     bool IsSorted = false;
     bool Stale = false;
