@@ -13,9 +13,9 @@ namespace {
 
 using std::string_view;
 
-// All of them begin with a capital that is rare in prose, so that a line is searched for the
-// two capitals instead of for fourteen phrases.
-constexpr string_view ApproachCapitals = "AW";
+// A line is searched for the two openings of all phrases instead of for fourteen phrases; they
+// begin with capitals that are rare in prose.
+constexpr std::array<string_view, 2> ApproachOpenings = {"As ", "When "};
 constexpr std::array<string_view, 14> ApproachPhrases = {
     "As they got nearer",    "As we got nearer",   "As they got closer",    "As we got closer",
     "As they approached",    "As we approached",   "As they drew closer",   "As we drew closer",
@@ -36,9 +36,9 @@ constexpr string_view Colon = ":";
 constexpr int MaxLookAheads = 25; // pass without a message
 
 bool IsApproachLine(string_view line) {
-    for (const char capital : ApproachCapitals) {
-        for (std::size_t at = line.find(capital); at != string_view::npos;
-             at = line.find(capital, at + 1)) {
+    for (const string_view opening : ApproachOpenings) {
+        for (std::size_t at = line.find(opening); at != string_view::npos;
+             at = line.find(opening, at + 1)) {
             const string_view rest = line.substr(at);
             if (std::any_of(ApproachPhrases.begin(), ApproachPhrases.end(),
                             [rest](string_view phrase) { return Text::Begins(rest, phrase); })) {

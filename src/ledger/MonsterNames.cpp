@@ -186,11 +186,11 @@ public:
         for (; i <= MaxMonsters; ++i) {
             const char* const bytes = names[i].data();
             const std::size_t size = names[i].size();
-            if (size < 2) {
-                if (size == 1 || empty) {
-                    return i;
-                }
+            if (size == 0 && !empty) {
                 continue;
+            }
+            if (size < 2) {
+                return i;
             }
             const std::size_t longer = size - shortest; // 0 to 4 when near in length
             const unsigned near = longer <= 4 ? 1 : 0;
