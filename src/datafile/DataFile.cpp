@@ -33,18 +33,15 @@ public:
         Put("\"\r\n");
     }
 
-    void Number(std::int32_t value) {
-        Reserve(LongestNumberLine);
+    // Writes `count` numbers, value(1) to value(count). A whole row of the kill table goes out in
+    // one such call, since the place in the buffer can stay in a register only for its length.
+    template <class Value>
+    void Numbers(int count, Value value) {
+        Reserve(static_cast<std::size_t>(count) * LongestNumberLine);
         char* next = Buffer.data() + Filled;
-        if (value >= 0 && value <= 99) { // nearly all of them are
-            *next = static_cast<char>('0' + value / 10);
-            next += value > 9 ? 1 : 0;
-            *next++ = static_cast<char>('0' + value % 10);
-        } else {
-            next = std::to_chars(next, next + LongestNumberLine, value).ptr;
+        for (int i = 1; i <= count; ++i) {
+            next = PutNumber(next, value(i));
         }
-        *next++ = '\r';
-        *next++ = '\n';
         Filled = static_cast<std::size_t>(next - Buffer.data());
     }
 
@@ -57,6 +54,20 @@ private:
     static constexpr std::size_t Capacity = std::size_t{256} << 10;
     static constexpr std::size_t LongestFrame = 4; // two quotes and the line end
     static constexpr std::size_t LongestNumberLine = 16;
+    static_assert(MaxMonsters * LongestNumberLine <= Capacity, "a row of kills fits the buffer");
+
+    static char* PutNumber(char* next, std::int32_t value) {
+        if (value >= 0 && value <= 99) { // nearly all of them are
+            *next = static_cast<char>('0' + value / 10);
+            next += value > 9 ? 1 : 0;
+            *next++ = static_cast<char>('0' + value % 10);
+        } else {
+            next = std::to_chars(next, next + LongestNumberLine, value).ptr;
+        }
+        *next++ = '\r';
+        *next++ = '\n';
+        return next;
+    }
 
     void Reserve(std::size_t bytes) {
         if (Filled + bytes > Capacity) {
@@ -74,17 +85,15 @@ private:
 };
 
 // All fields behind the format mark, in the order of the file. Both directions go by this one
-// list: `number` and `text` are called with each slot in turn.
-template <class Ledger, class OnNumber, class OnText>
-void VisitFields(Ledger& ledger, OnNumber number, OnText text) {
+// list: `number` and `text` are called with each slot in turn, `kills` with each character.
+template <class Ledger, class OnNumber, class OnText, class OnKills>
+void VisitFields(Ledger& ledger, OnNumber number, OnText text, OnKills kills) {
     number(ledger.GameNumber);
     number(ledger.PartyNumber);
     for (int c = 1; c <= MaxCharacters; ++c) {
         text(ledger.CharacterNames[c]);
         number(ledger.CharacterKills[c]);
-        for (int m = 1; m <= MaxMonsters; ++m) {
-            number(ledger.KillTable(c, m));
-        }
+        kills(c);
     }
     static_assert(MaxTurns == MaxMonsters, "the tail rows join the two tables");
     for (int i = 1; i <= MaxTurns; ++i) {
@@ -101,8 +110,9 @@ void WriteDataFile(const KillLedger& ledger, const std::filesystem::path& path) 
     FieldWriter fields(file);
     fields.Text(FormatMark);
     VisitFields(
-        ledger, [&](std::int32_t value) { fields.Number(value); },
-        [&](string_view text) { fields.Text(text); });
+        ledger, [&](std::int32_t value) { fields.Numbers(1, [value](int) { return value; }); },
+        [&](string_view text) { fields.Text(text); },
+        [&](int c) { fields.Numbers(MaxMonsters, [&](int m) { return ledger.KillTable(c, m); }); });
     fields.Flush();
     file.Commit();
 }
@@ -116,9 +126,16 @@ bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path) {
     if (mark.size() <= AnyFormatMark.size() || !::Text::Begins(mark, AnyFormatMark)) {
         return false;
     }
+    const auto read = [&fields](auto& number) {
+        number = fields.ReadNumber<std::decay_t<decltype(number)>>();
+    };
     VisitFields(
-        ledger, [&](auto& value) { value = fields.ReadNumber<std::decay_t<decltype(value)>>(); },
-        [&](std::string& text) { text = fields.ReadText(); });
+        ledger, read, [&](std::string& text) { text = fields.ReadText(); },
+        [&](int c) {
+            for (int m = 1; m <= MaxMonsters; ++m) {
+                read(ledger.KillTable(c, m));
+            }
+        });
     return true;
 }
 
