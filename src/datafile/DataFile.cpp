@@ -57,10 +57,11 @@ private:
     static_assert(MaxMonsters * LongestNumberLine <= Capacity, "a row of kills fits the buffer");
 
     static char* PutNumber(char* next, std::int32_t value) {
-        if (value >= 0 && value <= 99) { // nearly all of them are
-            *next = static_cast<char>('0' + value / 10);
-            next += value > 9 ? 1 : 0;
-            *next++ = static_cast<char>('0' + value % 10);
+        const auto positive = static_cast<std::uint32_t>(value);
+        if (positive <= 99) { // nearly all of them are
+            *next = static_cast<char>('0' + positive / 10);
+            next += positive > 9 ? 1 : 0;
+            *next++ = static_cast<char>('0' + positive % 10);
         } else {
             next = std::to_chars(next, next + LongestNumberLine, value).ptr;
         }
