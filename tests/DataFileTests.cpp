@@ -151,6 +151,8 @@ TEST(DataFile, ComesBackByteForByte) {
     const TemporaryFolder folder;
     auto saved = FullLedger(0);
     GiveAwkwardNames(*saved);
+    saved->CharacterNames[50] = std::string(262'140, 'n'); // about as long as a buffer
+    saved->CharacterNames[51] = std::string(400'000, 'm'); // and longer
     Main::WriteDataFile(*saved, folder.Path / "first.qvt");
     auto loaded = FullLedger(1);
     EXPECT_TRUE(Main::ReadDataFile(*loaded, folder.Path / "first.qvt"));

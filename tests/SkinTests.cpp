@@ -180,6 +180,8 @@ TEST_F(Skin, KeepsARowSelectedAsLongAsThereAreRows) {
     FillLists();
     ClickRow(Characters, 1);
     Click(Characters, BlankSpace);
+    QTest::mouseClick(Characters->viewport(), Qt::RightButton, {}, QPoint(20, 5));
+    QTest::mouseRelease(Characters->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
     ClickRow(Characters, 1, Qt::ControlModifier);
     QTest::keyClick(Characters, Qt::Key_Space, Qt::ControlModifier);
     EXPECT_EQ(Characters->selectionModel()->selectedRows().value(0).row(), 1);
@@ -276,6 +278,25 @@ TEST_F(Skin, CommitsABoxWhenTheMenuTakesTheFocus) {
     game->insert(QString(QChar(0x6F22))); // beyond the code page
     emit game->textEdited(game->text());
     EXPECT_EQ(game->text(), "12?");
+}
+
+TEST_F(Skin, EndsWithItsLastWindowWhicheverThatIs) {
+    bool late = false;
+    QTimer::singleShot(0, [this] { Window->close(); });
+    QTimer::singleShot(50, [this] {
+        auto* const label = Tallies->AboutRenderer.Window()->findChild<QLabel*>();
+        QTest::mouseRelease(label, Qt::LeftButton);
+        EXPECT_NE(Tallies->AboutRenderer.Window(), nullptr) << "a release of a press elsewhere";
+        QTest::mouseClick(label, Qt::LeftButton);
+    });
+    QTimer patience;
+    QObject::connect(&patience, &QTimer::timeout, [&late] {
+        late = true;
+        QApplication::quit();
+    });
+    patience.start(3000);
+    QApplication::exec();
+    EXPECT_FALSE(late);
 }
 
 TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
