@@ -168,7 +168,8 @@ public:
 
     // The next slot from `i` on that has to be tried or, if `empty` is on, is empty; behind the
     // last slot if there is none. The conditions are joined without a branch for each, since a
-    // branch that goes either way costs more than all of them.
+    // branch that goes either way costs more than all of them; out of line, so that the loop has
+    // the registers for itself.
     [[gnu::noinline]] int Next(const Slots<std::string, MaxMonsters>& names, int i,
                                bool empty) const {
         if (!Applies) {
