@@ -1,12 +1,10 @@
 #include "datafile/FieldReader.h"
 
+#include "text/Text.h"
+
 #include <cstring>
 
 namespace {
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 constexpr std::size_t LongestNumber = std::size_t{64} << 10; // bytes
 
@@ -52,7 +50,7 @@ bool FieldReader::Closes(std::size_t quote) {
         return false;
     }
     const char opener = Window.Begin[quote + 2];
-    return opener == '"' || opener == '-' || IsDigit(opener);
+    return opener == '"' || opener == '-' || Text::IsDigit(opener);
 }
 
 FieldReader::Field FieldReader::ReadQuoted(std::size_t limit) {
@@ -117,7 +115,7 @@ bool FieldReader::TakeDigits(std::uint32_t& value) {
         return false;
     }
     const char* at = Window.Begin;
-    for (const char* const end = at + mostDigits; at < end && IsDigit(*at); ++at) {
+    for (const char* const end = at + mostDigits; at < end && Text::IsDigit(*at); ++at) {
         value = value * 10 + static_cast<std::uint32_t>(*at - '0');
     }
     if (at == Window.Begin || at[0] != '\r' || at[1] != '\n') {

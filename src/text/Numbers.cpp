@@ -10,10 +10,6 @@
 namespace Numbers {
 namespace {
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool IsSkipped(char c) {
     return c == ' ' || c == '\t' || c == '\n';
 }
@@ -21,7 +17,7 @@ bool IsSkipped(char c) {
 // Length of the longest decimal number at the start of `text`, which holds nothing to skip.
 std::size_t NumberLength(std::string_view text) {
     const auto digitsFrom = [text](std::size_t at) {
-        while (at < text.size() && IsDigit(text[at])) {
+        while (at < text.size() && Text::IsDigit(text[at])) {
             ++at;
         }
         return at;
@@ -64,7 +60,7 @@ bool IsTooSmall(std::string_view number) {
     const bool negative = exponent.starts_with('-');
     double exponentValue = 0;
     for (const char c : exponent) {
-        if (IsDigit(c)) {
+        if (Text::IsDigit(c)) {
             exponentValue = std::min(exponentValue * 10 + (c - '0'), 1e15);
         }
     }

@@ -10,6 +10,10 @@ namespace Text {
 // The text without the blanks at both of its ends.
 std::string_view Trim(std::string_view text);
 
+inline bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // Exact and case-sensitive.
 inline bool Contains(std::string_view text, std::string_view sought) {
     return text.find(sought) != std::string_view::npos;

@@ -73,7 +73,7 @@ std::optional<std::string> DateKey(string_view text) {
     }
     std::string key;
     for (std::size_t at = 0; at < date.size(); ++at) {
-        const bool digit = date[at] >= '0' && date[at] <= '9';
+        const bool digit = Text::IsDigit(date[at]);
         if (pattern[at] == '0' ? !digit : date[at] != pattern[at]) {
             return std::nullopt;
         }
@@ -143,7 +143,7 @@ void SortListView(const Desktop& desktop, ListView& list, int index, int dataTyp
 std::string InvertDigits(std::string_view text) {
     std::string inverted(text);
     for (char& c : inverted) {
-        if (c >= '0' && c <= '9') {
+        if (Text::IsDigit(c)) {
             c = static_cast<char>('0' + '9' - c);
         } else if (c == '-') {
             c = ' ';
