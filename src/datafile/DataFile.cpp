@@ -58,7 +58,9 @@ private:
 
     static char* PutNumber(char* next, std::int32_t value) {
         const auto positive = static_cast<std::uint32_t>(value);
-        if (positive <= 99) { // nearly all of them are
+        if (positive == 0) { // nearly all of them: the next place is known ahead of the value
+            *next++ = '0';
+        } else if (positive <= 99) { // one or two digits, without a branch for either
             *next = static_cast<char>('0' + positive / 10);
             next += positive > 9 ? 1 : 0;
             *next++ = static_cast<char>('0' + positive % 10);

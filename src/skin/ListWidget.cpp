@@ -17,6 +17,17 @@ public:
         endResetModel();
     }
 
+    // Both are asked for each row of a refill, and have no need of the checks of the base class.
+    QModelIndex index(int row, int column, const QModelIndex& parent) const override {
+        const bool exists = !parent.isValid() && row >= 0 && row < Rows && column >= 0 &&
+                            column < static_cast<int>(List.ColumnHeaders.size());
+        return exists ? createIndex(row, column) : QModelIndex();
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override {
+        return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren
+                               : Qt::NoItemFlags;
+    }
+
     int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : Rows; }
     int columnCount(const QModelIndex& parent) const override {
         return parent.isValid() ? 0 : static_cast<int>(List.ColumnHeaders.size());
@@ -117,7 +128,7 @@ void ListWidget::Sync() {
     Syncing = true;
     Model->Restart();
     if (List.SelectedRow() != 0) {
-        const QModelIndex selected = Model->index(List.SelectedRow() - 1, 0);
+        const QModelIndex selected = Model->index(List.SelectedRow() - 1, 0, {});
         setCurrentIndex(selected);
         scrollTo(selected);
     }
