@@ -15,7 +15,7 @@ void WriteDataFile(const KillLedger& ledger, const std::filesystem::path& path);
 // Reads the fields of a file into the ledger, each as it comes, over the old value of its slot.
 // False when the first field is no format mark; nothing has changed then.
 // Fails with Failure EndOfFile when the file ends early, Overflow on a number that does not fit
-// its field or a field over 256 MiB, with std::system_error when the file cannot be read; the
+// its field or a field too long, with std::system_error when the file cannot be read; the
 // fields in front of that have their new values.
 bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path);
 

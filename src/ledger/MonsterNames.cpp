@@ -53,8 +53,7 @@ struct Compound {
     string_view Right;
 };
 
-// The stored right part in the form that stays when the right parts are one monster's; empty
-// when they are not.
+// Whether two right parts are one monster's and, if so, the stored one in the form that stays.
 struct RightPart {
     bool Fits;
     std::string Kept;
