@@ -148,27 +148,29 @@ bool Reconcile(string_view name, std::string& stored, bool found) {
 //     bytes and the last two of its left part; or, by the letter test, differ by one byte in
 //     length and agree in the last one;
 //   - agree in the given left part but for its last two bytes, or without one in the given
-//     name but for its last three.
+//     name but for its last three. Of a given name of three bytes the first one agrees too, or
+//     the stored name has but one.
 // A stored name too short to be cut, a left part too short, and an empty right part behind a left
 // one for which the pair test may hold have to reach the tests, to fail there.
 class Sieve {
 public:
-    explicit Sieve(string_view name)
-        : Name(name), Left(name.find(' ')), HasBlank(Left != string_view::npos),
-          // A name that can fail at any slot is tried on every slot.
-          Applies(name.size() >= 2 && (!HasBlank || (Left >= 2 && name.size() > Left + 1))) {
+    explicit Sieve(string_view name) : Name(name), Left(std::min(name.find(' '), name.size())) {
+        const bool hasBlank = Left < name.size();
         const std::size_t agreeing = name.size() - std::min(name.size(), std::size_t{3});
-        Head = HasBlank ? Left - 2 : agreeing;
+        Head =
+            hasBlank ? Left - std::min(Left, std::size_t{2}) : std::max(agreeing, std::size_t{1});
         // The byte that tells most is the last one in which the names agree.
-        const std::size_t telling = !HasBlank || agreeing > Left ? agreeing : Head;
-        HasTelling = telling > 0;
-        Telling = HasTelling ? telling - 1 : 0;
+        const std::size_t telling = hasBlank && agreeing > Left ? agreeing : Head;
+        const bool canFailAnywhere =
+            name.size() < 2 || (hasBlank && (Left < 2 || name.size() == Left + 1));
+        Applies = !canFailAnywhere && name.size() > 2 && telling > 0;
+        Telling = Applies ? telling - 1 : 0;
     }
 
     // The next slot from `i` on that has to be tried or, if `empty` is on, is empty; behind the
-    // last slot if there is none. The conditions are joined without a branch for each, since a
-    // branch that goes either way costs more than all of them; out of line, so that the loop has
-    // the registers for itself.
+    // last slot if there is none. What nearly all names share is joined without a branch for each
+    // condition, since a branch that goes either way costs more than all of them; out of line, so
+    // that the loop has the registers for itself.
     [[gnu::noinline]] int Next(const Slots<std::string, MaxMonsters>& names, int i,
                                bool empty) const {
         if (!Applies) {
@@ -178,29 +180,26 @@ public:
             return i;
         }
         const std::size_t shortest = Name.size() - 2;
+        const std::size_t noRight = Left + 1; // the length of an empty right part behind a left one
         const std::size_t telling = Telling;
         const char tellingByte = Name[telling];
-        const int mask = HasTelling ? 0xFF : 0; // without one, any byte will do
         const char lastByte = Name.back();
-        const std::size_t noRight = HasBlank ? Left + 1 : 0;
         for (; i <= MaxMonsters; ++i) {
             const char* const bytes = names[i].data();
             const std::size_t size = names[i].size();
             if (size == 0 && !empty) {
                 continue;
             }
-            if (size < 2) {
+            if (size < 2 || bytes[0] == ' ' || bytes[1] == ' ') {
                 return i;
             }
             const std::size_t longer = size - shortest; // 0 to 4 when near in length
-            const unsigned near = longer <= 4 ? 1 : 0;
-            const unsigned alike = ((bytes[near * telling] ^ tellingByte) & mask) == 0 ? 1U : 0U;
-            const unsigned sameEnd = bytes[size - 1] == lastByte ? 1 : 0;
-            const unsigned mayFire = near & (alike | (sameEnd & static_cast<unsigned>(longer)));
-            const unsigned mayFail = (bytes[0] == ' ' ? 1U : 0U) | (bytes[1] == ' ' ? 1U : 0U) |
-                                     (size == noRight ? 1U : 0U);
-            if ((mayFire | mayFail) != 0 &&
-                (mayFail != 0 || string_view(bytes, size).starts_with(Name.substr(0, Head)))) {
+            const bool near = longer <= 4;
+            const bool alike = bytes[near * telling] == tellingByte;
+            const bool sameEnd = bytes[size - 1] == lastByte;
+            const bool mayFire = near & (alike | (sameEnd & (longer % 2 == 1)));
+            if ((mayFire | (size == noRight)) &&
+                string_view(bytes, size).starts_with(Name.substr(0, Head))) {
                 return i;
             }
         }
@@ -209,12 +208,10 @@ public:
 
 private:
     string_view Name;
-    std::size_t Left; // bytes in front of the first blank
-    bool HasBlank;
-    bool Applies;
-    bool HasTelling = false;
-    std::size_t Telling = 0; // index of a byte in which the names agree
-    std::size_t Head = 0;    // bytes at the start in which they agree
+    std::size_t Left;        // bytes in front of the first blank
+    std::size_t Head;        // bytes at the start in which the names agree
+    std::size_t Telling = 0; // index of a byte in which they agree
+    bool Applies = false;    // off: every slot has to be tried
 };
 
 } // namespace
