@@ -199,7 +199,7 @@ Stage::Stage()
                .ShowSave = [](CommonDialog&) { return false; },
                .ClipboardClear = [] {},
                .ClipboardSetText = [this](std::string_view text) { Raise(OnClipboard, text); },
-               .LoadPicture = [](const auto&) { return std::nullopt; },
+               .LoadPicture = [](const auto&) { return std::string(); },
                .LockWindowUpdate = [](const ListView*) {},
                .AppPath = [] { return std::filesystem::temp_directory_path(); },
                .CloseAllWindows = [] {}} {

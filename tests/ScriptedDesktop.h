@@ -55,7 +55,7 @@ struct ScriptedDesktop {
                      .ShowSave = [this](CommonDialog& dialog) { return Choose("Save", dialog); },
                      .ClipboardClear = [this] { Clipboard.clear(); },
                      .ClipboardSetText = [this](std::string_view text) { Clipboard += text; },
-                     .LoadPicture = [](const auto&) { return std::nullopt; },
+                     .LoadPicture = [](const auto&) { return std::string(); },
                      .LockWindowUpdate = [](const ListView*) {},
                      .AppPath = [] { return std::filesystem::path("/opt/tallies"); },
                      .CloseAllWindows = [this] { Transcript.emplace_back("Close"); }};

@@ -115,6 +115,7 @@ struct Line {
 
 struct Image {
     Place At;
+    std::string Own;               // the bytes of a GIF file, shown where Picture is not one
     Property<std::string> Picture; // the bytes of a GIF file
     std::function<void()> Click;
 };

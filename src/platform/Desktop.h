@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -36,8 +35,8 @@ struct Desktop {
     std::function<void()> ClipboardClear;
     std::function<void(std::string_view)> ClipboardSetText;
 
-    // The bytes of a picture file; none when it is missing or no picture.
-    std::function<std::optional<std::string>(const std::filesystem::path&)> LoadPicture;
+    // The bytes of a picture file; empty when it cannot be read.
+    std::function<std::string(const std::filesystem::path&)> LoadPicture;
 
     // Stops the drawing of a list; with null, lets the one that is stopped draw again.
     std::function<void(ListView*)> LockWindowUpdate;

@@ -9,7 +9,6 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QImage>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -110,17 +109,13 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
     });
 }
 
-std::optional<std::string> LoadPicture(const std::filesystem::path& path) {
+std::string LoadPicture(const std::filesystem::path& path) {
     constexpr std::size_t largest = std::size_t{16} << 20; // bytes
     try {
-        std::string bytes = Files::LeadingBytes(path, largest);
-        if (!QImage::fromData(QByteArray::fromStdString(bytes), "GIF").isNull()) {
-            return bytes;
-        }
+        return Files::LeadingBytes(path, largest);
     } catch (const std::exception&) {
-        // as good as no picture
+        return {}; // as good as no picture
     }
-    return std::nullopt;
 }
 
 // At most one list is locked at a time.

@@ -217,11 +217,17 @@ private:
         auto* const widget = new QLabel(parent);
         PlaceAt(widget, image.At);
         widget->setScaledContents(true);
-        Translate::Follow(image.Picture, widget, [](QLabel* shown, const std::string& bytes) {
-            QPixmap picture;
-            picture.loadFromData(QByteArray::fromStdString(bytes), "GIF");
-            shown->setPixmap(picture);
-        });
+        const auto read = [](QPixmap& picture, const std::string& bytes) {
+            return picture.loadFromData(QByteArray::fromStdString(bytes), "GIF");
+        };
+        Translate::Follow(image.Picture, widget,
+                          [&image, read](QLabel* shown, const std::string& bytes) {
+                              QPixmap picture;
+                              if (!read(picture, bytes)) {
+                                  read(picture, image.Own);
+                              }
+                              shown->setPixmap(picture);
+                          });
         WatchClick(widget, image.Click);
     }
 

@@ -3,9 +3,8 @@
 namespace Main {
 
 void frmAbout_Load(const KillLedger& ledger, frmAbout& about, const Desktop& desktop) {
-    const auto picture =
+    about.Picture1.Picture =
         desktop.LoadPicture(ledger.ApplicationPath / "graphics" / "marrowquill.gif");
-    about.Picture1.Picture = picture.value_or(frmAbout::OwnPicture());
 }
 
 void frmAbout_Unload(Slaying_Tallies& window) {

@@ -6,8 +6,8 @@
 
 namespace Main {
 
-// At every opening: takes the picture anew from graphics/marrowquill.gif beside the program, or
-// the window's own when that is missing or no picture.
+// At every opening: takes the picture anew from graphics/marrowquill.gif beside the program, in
+// place of the window's own, which shows when that is missing or no picture.
 void frmAbout_Load(const KillLedger& ledger, frmAbout& about, const Desktop& desktop);
 
 // At every closing: sees to it that the main window can be used.

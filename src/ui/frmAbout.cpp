@@ -8,7 +8,7 @@ constexpr const char* LabelFont = "MS Sans Serif";
 
 // All places in twips, relative to the container.
 frmAbout::frmAbout()
-    : Frame1{.At = {0, 0, 6000, 6600}}, Picture1{.At = {0, 0, 6000, 4500}},
+    : Frame1{.At = {0, 0, 6000, 6600}}, Picture1{.At = {0, 0, 6000, 4500}, .Own = OwnPicture()},
       Label1{.At = {150, 4515, 5745, 435},
              .Caption = "Marrowquill's Slaying Tallies",
              .Align = Alignment::Center,
@@ -30,8 +30,6 @@ frmAbout::frmAbout()
              .Align = Alignment::Center,
              .FontPoints = 13.5,
              .FontName = LabelFont} {
-    Picture1.Picture = OwnPicture();
-
     Window.Caption = "About Marrowquill Slaying Tallies";
     Window.ClientWidth = 5970;
     Window.ClientHeight = 6600;
