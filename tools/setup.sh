@@ -2,27 +2,34 @@
 
 say() { printf '== %s\n' "$*"; }
 
+is_installed() {
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
 # need PACKAGE...: installs what is missing of the packages named.
 need() {
     local missing=() package
     for package in "$@"; do
-        [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
-            missing+=("$package")
+        is_installed "$package" || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
     say "Installing ${missing[*]}"
-    local as_root=()
-    [ "$(id -u)" = 0 ] || as_root=(sudo)
-    "${as_root[@]}" apt-get update -q
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    as_root apt-get update -q
+    as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET: configures once, then builds what changed.
+# build PRESET [OPTION...]: configures once, or with the options given, then builds what changed.
 build() {
-    say "Building $1"
-    [ -f "build/$1/build.ninja" ] || cmake --preset "$1"
-    cmake --build --preset "$1"
+    local preset=$1
+    shift
+    say "Building $preset"
+    [ -f "build/$preset/build.ninja" ] && [ $# = 0 ] || cmake --preset "$preset" "$@"
+    cmake --build --preset "$preset"
 }
 
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev)
