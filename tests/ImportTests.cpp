@@ -1,4 +1,7 @@
 #include "ScriptedDesktop.h"
+#include "Twin.h"
+
+#include <random>
 
 namespace {
 
@@ -304,4 +307,29 @@ TEST(ImportCommands, BatchImportsAFolder) {
     world.Batch(world.Folder.Path / "e.txt");
     EXPECT_EQ(world.Tallies(), "C.HTM: Rat 2 + b.htm: Rat 1 + a.html: Rat 1 + Aron:");
     EXPECT_EQ(world.TakeShown(), "[Please wait, batch importing turns...] busy free[]");
+}
+
+// Reports by chance, each from a few pieces only: some are one long sentence, some are headers.
+TEST(Import, GivesWhatThePlainRulesGive) {
+    const TemporaryFolder folder;
+    Twins twins(folder.Path / "report");
+    std::mt19937 random(11);
+    const auto upTo = [&random](std::size_t last) { return random() % (last + 1); };
+    for (int round = 0; round < 800; ++round) {
+        if (round % 8 == 0) {
+            Main::BlankLedger(twins.Ledger);
+            Main::BlankLedger(twins.Slow.Ledger);
+        }
+        std::string pieces = "\x80";
+        for (std::size_t i = upTo(25); i > 0; --i) {
+            pieces += static_cast<char>(0x80 + upTo(upTo(2) == 0 ? 127 : 8));
+        }
+        std::string bytes;
+        for (std::size_t i = upTo(150); i > 0; --i) {
+            bytes += pieces[upTo(pieces.size() - 1)];
+        }
+        const std::string report = Compose(bytes) + "\n\n";
+        ASSERT_EQ(twins.Import(report), "") << report;
+        ASSERT_EQ(Difference(twins.Ledger, twins.Slow.Ledger), "") << report;
+    }
 }
