@@ -115,9 +115,9 @@ Pair LongScan(std::int16_t game) {
 }
 
 // A batch through the menu, as the player does it. The floor opens each report as often as the
-// import must and reads it as often, buffer by buffer: for its lines, for the look ahead, for its
-// fingerprint; asks for its size; takes the digest of its bytes; and seeks one name for each
-// clause in the table as the import leaves it.
+// import must and reads it as often, for its lines and for its fingerprint; asks for its size;
+// takes the digest of its bytes; and seeks one name for each clause in the table as the import
+// leaves it.
 Pair BatchImport() {
     constexpr std::size_t reportSize = 40'000;
     const auto folder = std::make_shared<Input::Folder>();
@@ -147,7 +147,6 @@ Pair BatchImport() {
                         Require(::stat(report.c_str(), &status) == 0, "size");
                         const auto size = static_cast<std::size_t>(status.st_size);
                         Require(ReadToEnd(report, *buffer) == size, "bytes of the lines");
-                        Require(ReadToEnd(report, *buffer) == size, "bytes of the look ahead");
                         { const BareFile isThere(report); }
                         const auto hashed = BareFile(report).Read(std::span(*buffer).first(size));
                         Require(modMD5::DigestText({hashed.data(), hashed.size()}) ==

@@ -2,7 +2,6 @@
 
 #include "platform/Files.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -16,20 +15,16 @@ struct TurnFilter {
 // The working state of one scan of one report. Nothing of it outlives the scan.
 struct Scan {
     Scan(const std::filesystem::path& report, TurnFilter filter)
-        : Report(report), Filter(filter), MainReader(report), PeekReader(report) {}
+        : Report(report), Filter(filter), Reader(report) {}
 
     const std::filesystem::path& Report; // under which the file can be opened again
     const TurnFilter Filter;
 
-    // Every line comes through the main reader. The peek reader sees the line behind it while a
-    // sentence is gathered: at the start of each pass it is level with the main reader, or one
-    // line ahead of it.
-    LineReader MainReader;
-    LineReader PeekReader;
-    std::uint64_t MainLineCount = 0;
-    std::uint64_t PeekLineCount = 0;
+    // Every line comes through it. While a sentence is gathered, the line behind is looked at
+    // before it is taken.
+    LineReader Reader;
 
-    std::string_view CurrentLine; // of the main reader, until it reads on
+    std::string_view CurrentLine; // until a sentence is gathered or the next line read
     std::string Sentence;         // the kill sentence, as far as it is gathered
 
     double TurnNumber = 0;      // of the latest turn header

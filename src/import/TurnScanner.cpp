@@ -56,30 +56,16 @@ bool IsContinuation(string_view line) {
                         [line](string_view phrase) { return Text::Contains(line, phrase); });
 }
 
-string_view ReadMain(Scan& scan) {
-    const string_view line = scan.MainReader.ReadLine();
-    ++scan.MainLineCount;
-    return line;
-}
-
-string_view ReadPeek(Scan& scan) {
-    const string_view line = scan.PeekReader.ReadLine();
-    ++scan.PeekLineCount;
-    return line;
-}
-
-// Joins the lines of a wrapped kill sentence: the current line and all that the peek reader finds
-// behind it which can belong to it. The main reader takes those too; the line that ends the
-// sentence stays unread for it.
+// Joins the lines of a wrapped kill sentence: the current line and all that stand behind it which
+// can belong to it. The line that ends the sentence stays unread, and gets all tests of its own.
 void GatherSentence(Scan& scan, const Desktop& desktop) {
     scan.Sentence = scan.CurrentLine;
     int GatherCount = 0;
     bool gatherDone = false;
     while (!gatherDone) {
         ++GatherCount;
-        const string_view NextLine = ReadPeek(scan);
-        if (IsContinuation(NextLine)) {
-            ReadMain(scan);
+        if (IsContinuation(scan.Reader.PeekLine())) {
+            const string_view NextLine = scan.Reader.ReadLine();
             if (!scan.Sentence.ends_with(' ') && !NextLine.starts_with(' ')) {
                 scan.Sentence += ' ';
             }
@@ -100,10 +86,7 @@ void GatherSentence(Scan& scan, const Desktop& desktop) {
 
 // One pass of the line loop.
 void ScanLine(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
-    scan.CurrentLine = ReadMain(scan);
-    if (scan.MainLineCount > scan.PeekLineCount) {
-        ReadPeek(scan); // the same line: keeps the peek reader level
-    }
+    scan.CurrentLine = scan.Reader.ReadLine();
     if (scan.ReportRefused) {
         return;
     }
@@ -136,7 +119,7 @@ void ProcessTurn(KillLedger& ledger, Slaying_Tallies& window, const Desktop& des
                  const std::filesystem::path& report) {
     ledger.DataChanged = 1;
     Scan scan(report, ReadTurnFilter(window));
-    while (!scan.MainReader.AtEnd()) {
+    while (!scan.Reader.AtEnd()) {
         ScanLine(scan, ledger, window, desktop);
     }
 }

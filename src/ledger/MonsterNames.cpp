@@ -188,6 +188,9 @@ public:
             const char* const bytes = names[i].data();
             const std::size_t size = names[i].size();
             if (size == 0 && !empty) {
+                while (i < MaxMonsters && names[i + 1].empty()) {
+                    ++i; // most empty slots lie side by side
+                }
                 continue;
             }
             if (size < 2 || bytes[0] == ' ' || bytes[1] == ' ') {

@@ -28,7 +28,7 @@ constexpr std::size_t LargestRead = std::size_t{1} << 20;
 } // namespace
 
 ByteWindow::ByteWindow(const std::filesystem::path& path)
-    : File(path), Capacity(std::size_t{64} << 10),
+    : File(path), Capacity(std::size_t{32} << 10),
       Buffer(std::make_unique_for_overwrite<Bytes>(Capacity)) {
     Begin = Buffer.get();
     End = Begin;
@@ -85,7 +85,7 @@ const char* LineReader::EndMark() {
     return std::min(NextReturn, NextFeed);
 }
 
-std::string_view LineReader::ReadLine() {
+std::string_view LineReader::PeekLine() {
     if (AtEnd()) {
         throw Failure(Failure::Kind::EndOfFile, "no line behind the last one");
     }
@@ -95,9 +95,14 @@ std::string_view LineReader::ReadLine() {
     };
     while (undecided(EndMark()) && Fill()) {
     }
-    const char* mark = EndMark();
-    const std::string_view line(Window.Begin, static_cast<std::size_t>(mark - Window.Begin));
+    const std::string_view line(Window.Begin, static_cast<std::size_t>(EndMark() - Window.Begin));
     RequireLength(line.size());
+    return line;
+}
+
+std::string_view LineReader::ReadLine() {
+    const std::string_view line = PeekLine();
+    const char* mark = EndMark();
     if (mark != Window.End) {
         const bool pair = *mark == '\r' && mark + 1 != Window.End && mark[1] == '\n';
         mark += pair ? 2 : 1;

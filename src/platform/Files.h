@@ -11,7 +11,7 @@
 #include <vector>
 
 // A plain file read through one sliding buffer: the bytes read and not yet given out lie between
-// Begin and End. Memory: 64 KiB, or a few times the longest piece that its reader kept.
+// Begin and End. Memory: 32 KiB, or a few times the longest piece that its reader kept.
 class ByteWindow {
 public:
     static constexpr std::size_t LongestPiece = std::size_t{256} << 20; // bytes
@@ -36,9 +36,8 @@ private:
     bool Exhausted = false;
 };
 
-// A sequential reader of text lines, with a position of its own; any number of them can stand
-// on one file. A line ends at CR, CR LF or LF, and at the end of the file; the end mark is not
-// part of it.
+// A sequential reader of text lines. A line ends at CR, CR LF or LF, and at the end of the file;
+// the end mark is not part of it.
 class LineReader {
 public:
     // Fails as ByteWindow does.
@@ -47,10 +46,13 @@ public:
     // Whether no further line stands in the file. May read, and fail as ReadLine does.
     bool AtEnd();
 
-    // The next line; it stays valid until the next call on this reader. Fails with
-    // Failure EndOfFile behind the last line and Overflow on a line over LongestPiece,
-    // with std::system_error when the file cannot be read.
+    // The next line; it stays valid until the next call on this reader that looks at a line
+    // behind it. Fails with Failure EndOfFile behind the last line and Overflow on a line over
+    // LongestPiece, with std::system_error when the file cannot be read.
     std::string_view ReadLine();
+
+    // As ReadLine, but leaves the line where it stands, for the next call.
+    std::string_view PeekLine();
 
 private:
     bool Fill();
