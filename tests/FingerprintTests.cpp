@@ -3,27 +3,6 @@
 #include "fingerprint/modHashing.h"
 #include "fingerprint/modMD5.h"
 
-#include <cerrno>
-#include <unistd.h>
-
-namespace {
-
-bool ReadsFail = false;
-
-} // namespace
-
-// All reads of the program come here first.
-extern "C" {
-ssize_t __real_read(int, void*, size_t);                  // NOLINT(bugprone-reserved-identifier)
-ssize_t __wrap_read(int handle, void* to, size_t count) { // NOLINT(bugprone-reserved-identifier)
-    if (ReadsFail) {
-        errno = EIO;
-        return -1;
-    }
-    return __real_read(handle, to, count);
-}
-}
-
 // The test suite of RFC 1321; then 'a' as often as the number says, around the lengths where the
 // pad takes one more block.
 TEST(Digest, IsThatOfTheStandard) {
@@ -63,13 +42,6 @@ TEST(Fingerprint, CoversTheFirstThreeMebibytes) {
     EXPECT_EQ(hash(file, 100), "6d0bb00954ceb7fbee436bb55a8397a9"); // 100 of them
     EXPECT_EQ(hash(world.Folder.Path / "none", 100) + hash(world.Folder.Path, 100), "");
     EXPECT_EQ(world.TakeBoxes(), Lines{});
-
-    ReadsFail = true;
-    const std::string failed = hash(file, 100);
-    ReadsFail = false;
-    EXPECT_EQ(failed, "-1");
-    EXPECT_EQ(world.TakeBoxes(),
-              Lines{"[" + std::to_string(EIO) + "] " + std::generic_category().message(EIO)});
 }
 
 TEST(TurnLedger, FindsTheHighestSlotWithThePair) {

@@ -10,21 +10,24 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <deque>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <random>
 
-// A folder of the test's own, gone with all that is in it when the test ends.
+// A folder of the test's own, gone with all that is in it when the test ends. Its name has blanks
+// and characters beyond every code page, so that every path in a test has.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "tallies-XXXXXX").string();
-        EXPECT_NE(::mkdtemp(name.data()), nullptr);
-        Path = name;
+        std::random_device random;
+        do {
+            Path = std::filesystem::temp_directory_path() / u8"tallies \u00E4 \u6F22 ";
+            Path += std::to_string(random());
+        } while (!std::filesystem::create_directory(Path));
     }
     ~TemporaryFolder() {
         std::error_code ignored;
@@ -33,7 +36,7 @@ public:
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
-    std::filesystem::path Write(std::string_view name, std::string_view bytes) const {
+    std::filesystem::path Write(const std::filesystem::path& name, std::string_view bytes) const {
         std::ofstream(Path / name, std::ios::binary) << bytes;
         return Path / name;
     }

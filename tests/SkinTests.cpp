@@ -320,11 +320,12 @@ TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
 int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
     const TemporaryFolder home; // the toolkit's own notes of a run stay out of the tester's
-    qputenv("XDG_CONFIG_HOME", home.Path.c_str());
-    qputenv("XDG_RUNTIME_DIR", home.Path.c_str());
+    qputenv("XDG_CONFIG_HOME", home.Path.string().c_str());
+    qputenv("XDG_RUNTIME_DIR", home.Path.string().c_str());
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // which only a player can answer
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

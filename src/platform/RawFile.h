@@ -9,6 +9,9 @@
 // Files as the system gives them. Each system has its own source file for this header. All
 // failures are std::system_error with the system's own code.
 
+// Whether the system keeps a file out of its user's sight by a mark, whatever its name.
+bool IsMarkedHidden(const std::filesystem::path& path);
+
 // A plain file opened for reading, shared with every other reader.
 class RawFile {
 public:
@@ -50,7 +53,6 @@ public:
 
 private:
     FileReplacement() = default;
-    std::filesystem::path Folder() const;
 
     int Handle = -1;
     std::filesystem::path Target;  // where all links end

@@ -98,6 +98,10 @@ void TakeOver(int newFile, const struct stat& old) {
     Retry([&] { return ::fchmod(newFile, mode); }); // last: a change of owner takes some away
 }
 
+std::filesystem::path FolderOf(const std::filesystem::path& file) {
+    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+}
+
 // So that a name given in the folder survives a power cut.
 void SyncFolder(const std::filesystem::path& folder) {
     const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -113,6 +117,10 @@ void SyncFolder(const std::filesystem::path& folder) {
 }
 
 } // namespace
+
+bool IsMarkedHidden(const std::filesystem::path& /*path*/) {
+    return false; // a dot in front of the name is the only mark
+}
 
 RawFile::RawFile(const std::filesystem::path& path) {
     // Looked at before it is opened, since opening alone can move a tape or wake a pipe.
@@ -160,14 +168,14 @@ FileReplacement::FileReplacement(const std::filesystem::path& target) : FileRepl
             [&] { return ::open(Target.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); });
         Retry([&] { return ::fstat(Handle, &old); }); // may be another file by now
         RequirePlainFile(old);
-        if (ForbidsReplacing(Folder(), old)) {
+        if (ForbidsReplacing(FolderOf(Target), old)) {
             return; // in place
         }
     } else if (errno != ENOENT) {
         Fail(errno);
     }
     // Closed to others until it has the permissions of the old file.
-    const int newHandle = MakeNewFile(Folder(), exists ? 0600 : 0666, NewFile);
+    const int newHandle = MakeNewFile(FolderOf(Target), exists ? 0600 : 0666, NewFile);
     if (newHandle < 0) {
         if (!exists) {
             Fail(EACCES);
@@ -214,10 +222,6 @@ void FileReplacement::Commit() {
     if (!NewFile.empty()) {
         Retry([&] { return ::rename(NewFile.c_str(), Target.c_str()); });
         NewFile.clear();
-        SyncFolder(Folder());
+        SyncFolder(FolderOf(Target));
     }
-}
-
-std::filesystem::path FileReplacement::Folder() const {
-    return Target.has_parent_path() ? Target.parent_path() : std::filesystem::path(".");
 }

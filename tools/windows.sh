@@ -1,0 +1,62 @@
+# Sourced by ./windows: wine, and the toolkit for Windows. Both are kept outside the tree.
+
+CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/slaying-tallies
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
+
+# Its own world of drives and settings, without windows of its own; 700 MB.
+export WINEPREFIX=$CACHE/wine WINEDEBUG=-all
+export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d;mshtml=d'
+
+need_wine() {
+    [ ! -f "$WINEPREFIX/system.reg" ] || return 0
+    say "Setting wine up in $WINEPREFIX (once)"
+    mkdir -p "$CACHE"
+    wineboot -i > /dev/null 2>&1
+    wineserver -w
+}
+
+# The archive has no Qt for Windows: it is built from Debian's source package, once. About 20
+# minutes on two cores, 1 GB of disk meanwhile.
+export WINDOWS_QT=$CACHE/qt-windows
+
+# The source package, fetched with lists of our own, so that the system's stay as they are.
+fetch_qt_source() {
+    local apt=$1/apt source
+    mkdir -p "$apt/lists/partial" "$apt/sources"
+    for source in /etc/apt/sources.list /etc/apt/sources.list.d/*.{list,sources}; do
+        [ ! -f "$source" ] ||
+            sed -E 's/^Types:.*/Types: deb-src/; s/^deb /deb-src /' "$source" \
+                > "$apt/sources/$(basename "$source")"
+    done
+    local options=(-q -o Dir::Etc::SourceList=/dev/null -o Dir::Etc::SourceParts="$apt/sources"
+        -o Dir::State::Lists="$apt/lists" -o APT::Sandbox::User=)
+    apt-get "${options[@]}" update
+    (cd "$1" && apt-get "${options[@]}" source qt6-base)
+}
+
+# Builds the toolkit unless it is there already.
+need_windows_qt() {
+    [ ! -f "$WINDOWS_QT/lib/cmake/Qt6/Qt6Config.cmake" ] || return 0
+    local work=$CACHE/qt-windows-work feature features=()
+    say "Building Qt for Windows into $WINDOWS_QT (once, about 20 minutes)"
+    if [ ! -f "$work/fetched" ]; then
+        rm -rf "$work"
+        mkdir -p "$work"
+        fetch_qt_source "$work"
+        touch "$work/fetched"
+    fi
+    # direct2d and directwrite3 can be left out only together.
+    for feature in sql network dbus printsupport concurrent xml tabletevent direct2d directwrite3 \
+        vulkan pkg_config; do
+        features+=("-DFEATURE_$feature=OFF")
+    done
+    cmake -S "$work"/qt6-base-*/ -B "$work/build" -G Ninja \
+        -DCMAKE_TOOLCHAIN_FILE="$PWD/tools/windows.cmake" -DCMAKE_BUILD_TYPE=Release \
+        -DCMAKE_INSTALL_PREFIX="$WINDOWS_QT" -DBUILD_SHARED_LIBS=ON \
+        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
+        -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DINPUT_opengl=no \
+        -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "${features[@]}"
+    cmake --build "$work/build"
+    cmake --install "$work/build" --strip
+    rm -rf "$work"
+}
