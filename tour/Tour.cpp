@@ -41,6 +41,8 @@ public:
     Tour(QString screenshots, int& stage) : Screenshots(std::move(screenshots)), Stage(stage) {
         Toured->MainWindow.Window.Show();
         Require(QTest::qWaitForWindowExposed(Window()), "the main window shows");
+        Require(QTest::qWaitFor([&] { return Window()->frameGeometry() != Window()->geometry(); }),
+                "the main window gets its frame");
         Photograph("start");
         QMainWindow* const about = Toured->AboutRenderer.Window();
         Require(about != nullptr && about->isVisible(), "the about window shows");
