@@ -1,26 +1,12 @@
-#include "Program.h"
-#include "ScriptedDesktop.h"
-#include "ui/ListViews.h"
+#include "RealWindow.h"
 
-#include <QAbstractButton>
-#include <QApplication>
+#include <QAccessible>
 #include <QClipboard>
-#include <QHeaderView>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-#include <QTreeView>
-
-#include <memory>
+#include <QDir>
+#include <QFileDialog>
+#include <QMetaEnum>
 
 namespace {
-
-const QPoint BlankSpace(50, 250); // below the few rows of a list
 
 // The texts with which the status label was painted, the empty one left out.
 struct StatusPaintings : QObject {
@@ -35,18 +21,8 @@ struct StatusPaintings : QObject {
     Lines Seen;
 };
 
-// The real window on the platform that the test runs on.
-class Skin : public testing::Test {
+class Skin : public RealWindow {
 protected:
-    Skin() {
-        Tallies->MainWindow.Window.Show();
-        Window = Tallies->MainRenderer.Window();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
-        const auto lists = Window->findChildren<QTreeView*>();
-        Characters = lists.at(0);
-        Monsters = lists.at(1);
-    }
-
     // Two characters with kills, in the lists.
     void FillLists() {
         auto& ledger = Tallies->Ledger;
@@ -59,21 +35,14 @@ protected:
         QCoreApplication::processEvents();
     }
 
-    static QStringList Rows(const QTreeView* list) {
-        QStringList rows;
-        for (int row = 0; row < list->model()->rowCount(); ++row) {
-            rows += list->model()->index(row, 0).data().toString() +
-                    list->model()->index(row, 1).data().toString();
-        }
-        return rows;
+    QAction* Entry(int menu, int entry) {
+        return Window->menuBar()->actions().at(menu)->menu()->actions().at(entry);
     }
 
-    void Click(const QTreeView* list, QPoint at, Qt::KeyboardModifiers keys = {}) {
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, keys, at);
+    static void ClickRow(const QTreeView* list, int row) {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualRect(list->model()->index(row, 0)).center());
         QCoreApplication::processEvents();
-    }
-    void ClickRow(const QTreeView* list, int row, Qt::KeyboardModifiers keys = {}) {
-        Click(list, list->visualRect(list->model()->index(row, 0)).center(), keys);
     }
 
     // Does `answer` with the next modal box that opens while `work` runs.
@@ -94,43 +63,122 @@ protected:
         EXPECT_TRUE(opened);
     }
 
-    std::unique_ptr<Program> Tallies = std::make_unique<Program>();
-    QMainWindow* Window = nullptr;
-    QTreeView* Characters = nullptr;
-    QTreeView* Monsters = nullptr;
     int Waits = 0;
 };
 
-TEST_F(Skin, LaysTheWindowOutInProportionWithNothingClippedOrOverlapping) {
-    const double pixels = Window->logicalDpiX() / 96.0;
-    QWidget* const client = Window->centralWidget();
-    EXPECT_EQ(client->size(), QSize(qRound(462 * pixels), qRound(404 * pixels)));
-    EXPECT_EQ(Characters->size(), QSize(qRound(227 * pixels), qRound(297 * pixels)));
-    EXPECT_EQ(Characters->header()->sectionSize(1), qRound(800 / 15.0 * pixels));
+TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
+    const QFont usual = QApplication::font();
+    const QPalette light = QApplication::palette();
+    const QPalette dark(QColor(50, 50, 50), QColor(40, 40, 40));
+    for (const bool wide : {false, true}) {
+        for (const QPalette& palette : {light, dark}) {
+            QFont font = usual;
+            font.setStretch(wide ? 120 : 100);
+            QApplication::setFont(font);
+            QApplication::setPalette(palette);
+            Start();
+            const double pixels = Window->logicalDpiX() / 96.0;
+            QWidget* const client = Window->centralWidget();
+            EXPECT_EQ(client->size(), QSize(qRound(462 * pixels), qRound(404 * pixels)));
+            EXPECT_NEAR(Characters->width(), 227 * pixels, 1); // edges are rounded, not sizes
+            EXPECT_NEAR(Characters->height(), 297 * pixels, 1);
+            EXPECT_EQ(Characters->header()->sectionSize(1), qRound(800 / 15.0 * pixels));
 
-    for (const QLabel* const label : client->findChildren<QLabel*>()) {
-        EXPECT_LE(label->sizeHint().width(), label->width()) << label->text().toStdString();
-        EXPECT_LE(label->fontMetrics().height(), label->height()) << label->text().toStdString();
-    }
-    for (const QLineEdit* const box : client->findChildren<QLineEdit*>()) {
-        EXPECT_GE(box->width() - 8 * pixels, box->fontMetrics().horizontalAdvance("9999"));
-    }
-    QList<QWidget*> inFrame;
-    for (QWidget* const widget : client->findChildren<QWidget*>()) {
-        if (widget->parentWidget() == Characters->parentWidget()) {
-            inFrame += widget;
+            Tallies->MainWindow.lblStatus.Caption = "Please wait, batch importing turns...";
+            auto labels = client->findChildren<QLabel*>();
+            labels += Tallies->AboutRenderer.Window()->findChildren<QLabel*>();
+            EXPECT_EQ(labels.size(), 12);
+            for (const QLabel* const label : labels) {
+                const std::string caption = label->text().toStdString();
+                const bool wraps = label->wordWrap();
+                EXPECT_LE(wraps ? 0 : label->sizeHint().width(), label->width()) << caption;
+                EXPECT_LE(wraps ? label->heightForWidth(label->width())
+                                : label->fontMetrics().height(),
+                          label->height())
+                    << caption;
+                EXPECT_GE(label->font().pointSizeF(), 8) << caption;
+            }
+            for (const QLineEdit* const box : client->findChildren<QLineEdit*>()) {
+                EXPECT_GE(box->width() - 8 * pixels, box->fontMetrics().horizontalAdvance("9999"));
+            }
+            for (const QHeaderView* const header : client->findChildren<QHeaderView*>()) {
+                for (const int column : {0, 1}) {
+                    EXPECT_LE(header->sectionSizeHint(column), header->sectionSize(column));
+                }
+            }
+            const auto* const button = client->findChild<QPushButton*>();
+            EXPECT_TRUE(button->size().expandedTo(button->minimumSizeHint()) == button->size());
+
+            const auto inFrame = Characters->parentWidget()->findChildren<QWidget*>(
+                QString(), Qt::FindDirectChildrenOnly);
+            EXPECT_EQ(inFrame.size(), 13);
+            for (QWidget* const a : inFrame) {
+                EXPECT_TRUE(a->parentWidget()->rect().contains(a->geometry()));
+                for (QWidget* const b : inFrame) {
+                    EXPECT_TRUE(a == b || !a->geometry().intersects(b->geometry()));
+                }
+            }
+            const QImage all = Window->grab().toImage().scaled(1, 1, Qt::IgnoreAspectRatio,
+                                                               Qt::SmoothTransformation);
+            EXPECT_EQ(all.pixelColor(0, 0).lightness() > 128, palette == light);
         }
     }
-    EXPECT_EQ(inFrame.size(), 13);
-    for (QWidget* const a : inFrame) {
-        EXPECT_TRUE(a->parentWidget()->rect().contains(a->geometry()));
-        for (QWidget* const b : inFrame) {
-            EXPECT_TRUE(a == b || !a->geometry().intersects(b->geometry()));
+    QApplication::setFont(usual);
+    QApplication::setPalette(light);
+}
+
+TEST_F(Skin, TellsRoleAndNameOfEachControlToThoseWhoHearIt) {
+    QString heard;
+    std::function<void(const QAccessibleInterface*)> walk = [&](const auto* control) {
+        using Access = QAccessible;
+        const QString name = control->text(Access::Name);
+        if (!name.isEmpty() && control->role() != Access::StaticText) {
+            heard += QMetaEnum::fromType<Access::Role>().valueToKey(control->role()) + (' ' + name);
+            heard += '|';
         }
+        for (int child = 0; child < control->childCount(); ++child) {
+            walk(control->child(child));
+        }
+    };
+    walk(QAccessible::queryAccessibleInterface(Window));
+    walk(QAccessible::queryAccessibleInterface(Tallies->AboutRenderer.Window()));
+    EXPECT_EQ(
+        heard.toStdString(),
+        "Window Marrowquill - Slaying Tallies|Grouping Slaying Tallies:|"
+        "EditableText Game #:|EditableText Party #:|"
+        "EditableText Turn Start:|EditableText Turn End:|"
+        "Tree Characters:|ColumnHeader Character Name|ColumnHeader Kills|"
+        "Tree Monster Kills:|ColumnHeader Monster Name|ColumnHeader Kills|"
+        "Button Send to Clipboard|MenuItem File|MenuItem Blank all data|"
+        "MenuItem Import HTML turn for kills|MenuItem Batch Import HTML for kills|"
+        "MenuItem Open saved data|MenuItem Save data|MenuItem Save data As|"
+        "MenuItem Exit program|MenuItem Help|MenuItem About Report Digest|"
+        "Window About Marrowquill Slaying Tallies|Graphic About Marrowquill Slaying Tallies|");
+}
+
+TEST_F(Skin, OpensItsMenusByKeys) {
+    const auto file = Window->menuBar()->actions().at(0)->menu();
+    const auto help = Window->menuBar()->actions().at(1)->menu();
+    const auto press = [this](Qt::Key key) { QTest::keyClick(Window->windowHandle(), key); };
+    for (const Qt::Key opener : {Qt::Key_F10, Qt::Key_Alt}) {
+        press(opener);
+        press(Qt::Key_Down);
+        ASSERT_EQ(QApplication::activePopupWidget(), file);
+        EXPECT_EQ(file->activeAction(), file->actions().constFirst());
+        press(Qt::Key_Right);
+        ASSERT_EQ(QApplication::activePopupWidget(), help);
+        press(Qt::Key_Escape);
+        press(Qt::Key_Escape);
+        EXPECT_EQ(QApplication::focusWidget(), Characters);
     }
-    EXPECT_EQ(Characters->model()->headerData(1, Qt::Horizontal, Qt::TextAlignmentRole).toInt() &
-                  Qt::AlignRight,
-              Qt::AlignRight);
+    const auto openByLetter = [&] {
+        press(Qt::Key_F10);
+        press(Qt::Key_O);
+    };
+    WithBox(openByLetter, [](QWidget* dialog) {
+        EXPECT_EQ(dialog->windowTitle(), "Load Data File...");
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
 }
 
 TEST_F(Skin, TabsThroughTheControlsInTheirOrder) {
@@ -160,13 +208,17 @@ TEST_F(Skin, ShowsTheMonstersOfTheCharacterThatAKeyOrClickChooses) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Rows(Monsters), QStringList("Wolf 8"));
 
-    QTest::keyClick(Characters, Qt::Key_Home);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(Rows(Monsters), QStringList("Wolf 8")) << "other keys only move the selection";
-    QTest::keyRelease(Characters, Qt::Key_Up);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(Rows(Monsters), QStringList("Wolf 8")) << "a release of a key pressed elsewhere";
-
+    for (const auto& [key, row] : {std::pair(Qt::Key_Home, 0),
+                                   {Qt::Key_End, 1},
+                                   {Qt::Key_PageUp, 0},
+                                   {Qt::Key_PageDown, 1},
+                                   {Qt::Key_A, 0}}) {
+        QTest::keyClick(Characters, key);
+        QTest::keyRelease(Characters, Qt::Key_Up); // of a key pressed elsewhere
+        QCoreApplication::processEvents();
+        EXPECT_EQ(Tallies->MainWindow.lstCharacters.SelectedRow(), row + 1);
+        EXPECT_EQ(Rows(Monsters), QStringList("Wolf 8")) << "the selection alone has moved";
+    }
     ClickRow(Characters, 0);
     EXPECT_EQ(Rows(Monsters), QStringList("Rat 7"));
 
@@ -174,23 +226,10 @@ TEST_F(Skin, ShowsTheMonstersOfTheCharacterThatAKeyOrClickChooses) {
     ClickRow(Characters, 1);
     EXPECT_EQ(Monsters->header()->sectionSize(0), Characters->header()->sectionSize(0))
         << "a click puts the columns back";
-}
-
-TEST_F(Skin, KeepsARowSelectedAsLongAsThereAreRows) {
-    FillLists();
-    ClickRow(Characters, 1);
-    Click(Characters, BlankSpace);
-    QTest::mouseClick(Characters->viewport(), Qt::RightButton, {}, QPoint(20, 5));
-    QTest::mouseRelease(Characters->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
-    ClickRow(Characters, 1, Qt::ControlModifier);
-    QTest::keyClick(Characters, Qt::Key_Space, Qt::ControlModifier);
-    EXPECT_EQ(Characters->selectionModel()->selectedRows().value(0).row(), 1);
-    EXPECT_EQ(Tallies->MainWindow.lstCharacters.SelectedItem()->Text, "Bela");
 
     Main::BlankLedger(Tallies->Ledger);
     Main::FillCharacterList(Tallies->Ledger, Tallies->MainWindow, Tallies->Services);
     QTest::keyClick(Characters, Qt::Key_Down); // before the view has seen the change
-    ClickRow(Characters, 0);
     EXPECT_EQ(Rows(Characters), QStringList());
 }
 
@@ -198,11 +237,9 @@ TEST_F(Skin, ImportsThroughMenuAndFileDialog) {
     const TemporaryFolder folder;
     (void)folder.Write("one.htm", "Aron: came, killing 2 Rats\r\n\r\n");
     (void)folder.Write("two.html", "Aron: came, killing 1 Rat and 1 Z\xFCgel\r\n\r\n");
-    QAction* const batch = Window->menuBar()->actions().at(0)->menu()->actions().at(3);
-    EXPECT_EQ(batch->text(), "&Batch Import HTML for kills");
     StatusPaintings paintings(Tallies->MainWindow.lblStatus);
     Window->centralWidget()->findChildren<QLabel*>().constLast()->installEventFilter(&paintings);
-    WithBox([&] { batch->trigger(); },
+    WithBox([&] { Entry(0, 3)->trigger(); },
             [&](QWidget* dialog) {
                 auto* const name = dialog->findChild<QLineEdit*>("fileNameEdit");
                 name->setText(QString::fromStdString((folder.Path / "one.htm").string()));
@@ -216,20 +253,65 @@ TEST_F(Skin, ImportsThroughMenuAndFileDialog) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(Skin, SortsAtTheHeaderWithTheArrowToTell) {
+TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsed) {
+    const TemporaryFolder home;
+    const std::string folders = "abcd";
+    for (const char folder : folders) {
+        std::filesystem::create_directory(home.Path / std::string(1, folder));
+        (void)home.Write(std::string(1, folder) + "/file.html", "");
+    }
+    // An entry of the File menu, the folder that its dialog shows ('-': any), the one to go to.
+    for (const auto& [entry, before, after] : {std::tuple(2, '-', 'a'),
+                                               {7, '-', 'b'},
+                                               {5, '-', 'c'},
+                                               {3, 'a', 'd'},
+                                               {2, 'd', 'd'},
+                                               {7, 'b', 'b'},
+                                               {5, 'c', 'c'}}) {
+        Tallies->Ledger.DataChanged = 0;
+        const auto place = [&home, after = after](const char* file) {
+            return QString::fromStdString((home.Path / std::string(1, after) / file).string());
+        };
+        WithBox(
+            [&, entry = entry] { Entry(0, entry)->trigger(); },
+            [&, entry = entry, before = before](QWidget* box) {
+                auto* const dialog = static_cast<QFileDialog*>(box);
+                if (before != '-') {
+                    EXPECT_EQ(dialog->directory().dirName(), QString(before));
+                }
+                EXPECT_EQ(dialog->nameFilters(),
+                          QStringList(entry > 3 ? "Marrowquill Kill Files (*.qvt) (*.qvt)"
+                                                : "HTML File (*.html) (*.htm*)"));
+                QTest::qWait(100); // the list of files comes late
+                auto* const name = dialog->findChild<QLineEdit*>("fileNameEdit");
+                name->setText(place(entry != 7 ? "file.html" : before == '-' ? "new" : "newer"));
+                QTest::keyClick(name, Qt::Key_Return);
+            });
+    }
+}
+
+TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
     FillLists();
     QHeaderView* const header = Characters->header();
     EXPECT_FALSE(header->isSortIndicatorShown());
-    const QPoint kills(header->sectionPosition(1) + 10, header->height() / 2);
-    for (const auto& [order, rows] :
-         {std::pair(Qt::AscendingOrder, QStringList({"Aron 7", "Bela 8"})),
-          {Qt::DescendingOrder, QStringList({"Bela 8", "Aron 7"})}}) {
-        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, kills);
+    const auto click = [&](int column) {
+        const QPoint place(header->sectionPosition(column) + 10, header->height() / 2);
+        QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, place);
+    };
+    const auto press = [&](Qt::Key column) {
+        QTest::keyClick(Characters, column);
+        QTest::keyClick(Characters, Qt::Key_Return);
+    };
+    const std::function<void()> ways[] = {[&] { click(1); }, [&] { press(Qt::Key_Right); },
+                                          [&] { press(Qt::Key_Left); }, [&] { click(0); }};
+    for (int way = 0; way < 4; ++way) {
+        ways[way]();
         QCoreApplication::processEvents();
-        EXPECT_EQ(Rows(Characters), rows);
+        const bool down = way % 2 == 1;
+        EXPECT_EQ(Rows(Characters).constFirst(), down ? "Bela 8" : "Aron 7") << way;
         EXPECT_TRUE(header->isSortIndicatorShown());
-        EXPECT_EQ(header->sortIndicatorSection(), 1);
-        EXPECT_EQ(header->sortIndicatorOrder(), order);
+        EXPECT_EQ(header->sortIndicatorSection(), way < 2 ? 1 : 0);
+        EXPECT_EQ(header->sortIndicatorOrder(), down ? Qt::DescendingOrder : Qt::AscendingOrder);
         EXPECT_EQ(Characters->currentIndex().data().toString(), "Aron");
         EXPECT_TRUE(Characters->viewport()->updatesEnabled());
     }
@@ -305,12 +387,17 @@ TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
         ASSERT_NE(about, nullptr);
         const auto parts = about->findChildren<QFrame*>();
         EXPECT_FALSE(about->findChildren<QLabel*>().constFirst()->pixmap().isNull());
-        QTest::mouseClick(parts.at(child), Qt::LeftButton);
+        if (child == 2) {
+            QTest::keyClick(about, Qt::Key_Escape);
+        } else {
+            QTest::mouseClick(parts.at(child), Qt::LeftButton);
+        }
         EXPECT_EQ(Tallies->AboutRenderer.Window(), nullptr);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        Window->menuBar()->actions().at(1)->menu()->actions().constFirst()->trigger();
+        Entry(1, 0)->trigger();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(Tallies->AboutRenderer.Window()));
     }
-    Window->menuBar()->actions().constFirst()->menu()->actions().constLast()->trigger();
+    Entry(0, 8)->trigger();
     EXPECT_EQ(Tallies->MainRenderer.Window(), nullptr);
     EXPECT_EQ(Tallies->AboutRenderer.Window(), nullptr);
 }
@@ -319,13 +406,22 @@ TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
 
 int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
-    const TemporaryFolder home; // the toolkit's own notes of a run stay out of the tester's
-    qputenv("XDG_CONFIG_HOME", home.Path.string().c_str());
-    qputenv("XDG_RUNTIME_DIR", home.Path.string().c_str());
+    const TemporaryFolder home;
+    for (const char* folder : {"HOME", "XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME"}) {
+        qputenv(folder, home.Path.string().c_str());
+    }
+    const TemporaryFolder forSockets;
+    std::filesystem::permissions(forSockets.Path, std::filesystem::perms::owner_all);
+    qputenv("XDG_RUNTIME_DIR", forSockets.Path.string().c_str());
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // which only a player can answer
     const QApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    if (!std::filesystem::is_empty(home.Path)) {
+        std::puts("A run leaves something behind in the player's home");
+        return 1;
+    }
+    return result;
 }

@@ -10,6 +10,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QSettings>
 #include <QTimer>
 
 #include <memory>
@@ -102,7 +103,7 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
         if (result != QDialog::Accepted) {
             return false;
         }
-        const QFileInfo chosen(closed.selectedFiles().constFirst());
+        const QFileInfo chosen(closed.selectedFiles().value(0));
         dialog.FileName = chosen.filesystemAbsoluteFilePath().make_preferred();
         dialog.Folder = dialog.FileName.parent_path();
         return true;
@@ -130,6 +131,10 @@ void LockDrawing(ListView* list) {
 } // namespace
 
 Desktop RealDesktop() {
+    // Nothing of a run outlives it: the toolkit's file dialog would keep its history among the
+    // player's settings. No file can be made where it is sent instead.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/nowhere");
+
     Desktop desktop;
     desktop.ShowMessage = ShowMessage;
     desktop.ShowOpen = [](CommonDialog& dialog) {

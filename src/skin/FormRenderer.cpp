@@ -17,6 +17,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QPushButton>
+#include <QShortcut>
 
 #include <algorithm>
 #include <limits>
@@ -66,6 +67,8 @@ class FormWindow : public QMainWindow {
 public:
     explicit FormWindow(Form& form) : Rendered(form), Pixels(logicalDpiX()) {
         setWindowTitle(Translate::ToScreen(form.Caption));
+        setWindowFlag(Qt::MSWindowsFixedSizeDialogHint);
+        setWindowFlag(Qt::WindowMaximizeButtonHint, false); // it has one size
         auto* const client = new QWidget(this);
         client->setFixedSize(Pixels.Length(form.ClientWidth), Pixels.Length(form.ClientHeight));
         SetFontPoints(client, Label{}.FontPoints);
@@ -86,6 +89,7 @@ public:
             }
             before = widget;
         }
+        AddKeys();
         Translate::Follow(form.Enabled, this,
                           [](QWidget* window, bool on) { window->setEnabled(on); });
         Translate::Follow(form.MousePointer, this,
@@ -103,6 +107,26 @@ protected:
     }
 
 private:
+    // The keys of the window itself. The menus have no letters of their own to open them by.
+    void AddKeys() {
+        if (!Menus.empty()) {
+            new QShortcut(Qt::Key_F10, this, [this] {
+                menuBar()->setActiveAction(menuBar()->actions().constFirst());
+            });
+        }
+        if (TabStops.empty()) { // nothing in it takes keys: a notice
+            new QShortcut(Qt::Key_Escape, this, [this] { close(); });
+        }
+    }
+
+    // A label names the control that stands behind it in the form, to those who hear the window.
+    void TakeHeading(QWidget* named) {
+        if (QLabel* const heading = std::exchange(Heading, nullptr)) {
+            heading->setBuddy(named);
+            named->setAccessibleName(heading->text());
+        }
+    }
+
     static void SetFontPoints(QWidget* widget, double points) {
         QFont font = widget->font();
         font.setPointSizeF(points);
@@ -149,6 +173,7 @@ private:
                           });
         label.Repaint = RepaintNow(widget);
         WatchClick(widget, label.Click);
+        Heading = widget;
     }
 
     void Render(TextBox& box, QWidget* parent) {
@@ -157,6 +182,7 @@ private:
         }
         auto* const widget = new QLineEdit(parent);
         PlaceAt(widget, box.At);
+        TakeHeading(widget);
         widget->setMaxLength(std::numeric_limits<int>::max());
         Translate::Follow(box.Text, widget, [](QLineEdit* shown, const std::string& text) {
             const QString screenText = Translate::ToScreen(text);
@@ -216,6 +242,7 @@ private:
     void Render(Image& image, QWidget* parent) {
         auto* const widget = new QLabel(parent);
         PlaceAt(widget, image.At);
+        widget->setAccessibleName(windowTitle());
         widget->setScaledContents(true);
         const auto read = [](QPixmap& picture, const std::string& bytes) {
             return picture.loadFromData(QByteArray::fromStdString(bytes), "GIF");
@@ -251,6 +278,7 @@ private:
     void Render(ListView& list, QWidget* parent) {
         auto* const widget = new ListWidget(list, Pixels, parent);
         PlaceAt(widget, list.At);
+        TakeHeading(widget);
         TabStops.emplace(list.TabIndex, widget);
     }
 
@@ -281,6 +309,7 @@ private:
     std::map<const Frame*, QWidget*> Containers;
     std::map<const Menu*, QMenu*> Menus;
     std::multimap<int, QWidget*> TabStops;
+    QLabel* Heading = nullptr; // the last label, until it has named a control
     bool Busy = false;
 };
 

@@ -1,10 +1,14 @@
 #include "skin/ListWidget.h"
 
 #include <QAbstractTableModel>
+#include <QAccessible>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFocusRect>
 
+#include <algorithm>
 #include <utility>
 
 class RowModel : public QAbstractTableModel {
@@ -82,8 +86,41 @@ int ToKeyCode(int key) {
 
 } // namespace
 
+// A header that shows which of its columns a key would click, while its list has the focus.
+class KeyHeader : public QHeaderView {
+public:
+    explicit KeyHeader(QWidget* list) : QHeaderView(Qt::Horizontal, list) {}
+
+    int Framed() const { return FramedSection; }
+    void Frame(int section) {
+        FramedSection = section;
+        window()->setAttribute(Qt::WA_KeyboardFocusChange); // from now on focus frames show
+        viewport()->update();
+        QAccessibleEvent told(parentWidget(), QAccessible::Focus);
+        told.setChild(section); // the header cells are the list's first children
+        QAccessible::updateAccessibility(&told);
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override {
+        painter->save();
+        QHeaderView::paintSection(painter, rect, section);
+        painter->restore();
+        if (section == FramedSection && sectionsClickable() && parentWidget()->hasFocus()) {
+            QStyleOptionFocusRect frame;
+            frame.initFrom(this);
+            frame.rect = rect.adjusted(1, 1, -1, -1);
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, painter, this);
+        }
+    }
+
+private:
+    int FramedSection = 0;
+};
+
 ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* parent)
-    : QTreeView(parent), List(list), Model(new RowModel(list, this)) {
+    : QTreeView(parent), List(list), Model(new RowModel(list, this)), Header(new KeyHeader(this)) {
+    setHeader(Header);
     setModel(Model);
     setRootIsDecorated(false);
     setItemsExpandable(false);
@@ -96,7 +133,7 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
 
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
-    header()->setSectionsClickable(true);
+    header()->setSectionsClickable(static_cast<bool>(List.ColumnClick));
     header()->setMinimumSectionSize(scale.Length(300));
     for (int column = 1; column <= model()->columnCount(); ++column) {
         Translate::Follow(List.Column(column).Width, header(),
@@ -143,7 +180,33 @@ void ListWidget::Sync() {
 void ListWidget::keyPressEvent(QKeyEvent* event) {
     Sync();
     KeysDown.insert(event->key());
-    QTreeView::keyPressEvent(event);
+    if (!PressInHeader(*event)) {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+// Left and Right, which move nothing in the rows, choose a column; Enter clicks its header.
+bool ListWidget::PressInHeader(const QKeyEvent& event) {
+    if (!List.ColumnClick) {
+        return false;
+    }
+    switch (event.key()) {
+    case Qt::Key_Left:
+        Header->Frame(std::max(Header->Framed() - 1, 0));
+        return true;
+    case Qt::Key_Right:
+        Header->Frame(std::min(Header->Framed() + 1, Header->count() - 1));
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!event.isAutoRepeat()) {
+            Header->Frame(Header->Framed());
+            List.RaiseColumnClick(Header->Framed() + 1);
+        }
+        return true;
+    default:
+        return false;
+    }
 }
 
 // Only the release of a key that was pressed here counts: the Enter that closes a message box is
@@ -157,8 +220,14 @@ void ListWidget::keyReleaseEvent(QKeyEvent* event) {
     }
 }
 
+void ListWidget::focusInEvent(QFocusEvent* event) {
+    Header->viewport()->update();
+    QTreeView::focusInEvent(event);
+}
+
 void ListWidget::focusOutEvent(QFocusEvent* event) {
     KeysDown.clear();
+    Header->viewport()->update();
     QTreeView::focusOutEvent(event);
 }
 

@@ -7,6 +7,7 @@
 
 #include <set>
 
+class KeyHeader;
 class RowModel;
 
 // A list on the screen. It reads the rows of its control in place: a refill copies nothing, and
@@ -24,6 +25,7 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -33,8 +35,12 @@ protected:
                                                          const QEvent* event) const override;
 
 private:
+    // Whether the key worked the header.
+    bool PressInHeader(const QKeyEvent& event);
+
     ListView& List;
     RowModel* Model;
+    KeyHeader* Header;
     bool Stale = true;
     bool Syncing = false;
     std::set<int> KeysDown; // pressed while this list had the focus

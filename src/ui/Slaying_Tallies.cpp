@@ -7,14 +7,14 @@ Slaying_Tallies::Slaying_Tallies()
     : Line1{.At = {15, 0, 6885, 15}}, Frame1{.At = {0, 0, 6915, 5745},
                                              .Caption = "Slaying Tallies:"},
       // The row of boxes. The widths leave room for a font a fifth wider than usual.
-      Label1{.At = {105, 360, 855, 240}, .Caption = "Game #:"},
-      txtGame{.At = {960, 330, 660, 300}, .TabIndex = 3}, Label2{.At = {1710, 360, 855, 240},
-                                                                 .Caption = "Party #:"},
-      txtParty{.At = {2565, 330, 660, 300}, .TabIndex = 4}, Label5{.At = {3315, 360, 1095, 240},
+      Label1{.At = {105, 360, 900, 240}, .Caption = "Game #:"},
+      txtGame{.At = {1005, 330, 645, 300}, .TabIndex = 3}, Label2{.At = {1770, 360, 825, 240},
+                                                                  .Caption = "Party #:"},
+      txtParty{.At = {2595, 330, 645, 300}, .TabIndex = 4}, Label5{.At = {3360, 360, 1050, 240},
                                                                    .Caption = "Turn Start:"},
-      txtTurnStart{.At = {4410, 330, 600, 300}, .TabIndex = 5}, Label6{.At = {5100, 360, 1065, 240},
+      txtTurnStart{.At = {4410, 330, 645, 300}, .TabIndex = 5}, Label6{.At = {5175, 360, 945, 240},
                                                                        .Caption = "Turn End:"},
-      txtTurnEnd{.At = {6165, 330, 600, 300}, .TabIndex = 6},
+      txtTurnEnd{.At = {6120, 330, 645, 300}, .TabIndex = 6},
       // The lists and what heads them.
       Label3{.At = {60, 660, 3375, 225}, .Caption = "Characters:"}, Label4{.At = {3480, 660, 3375,
                                                                                   225},
@@ -42,6 +42,7 @@ Slaying_Tallies::Slaying_Tallies()
     Window.Caption = ApplicationTitle;
     Window.ClientWidth = 6930;
     Window.ClientHeight = 6060;
+    // A label stands before the control that it names.
     Window.Controls = {
         {&Frame1},
         {&Line1},
@@ -54,8 +55,8 @@ Slaying_Tallies::Slaying_Tallies()
         {&Label6, &Frame1},
         {&txtTurnEnd, &Frame1},
         {&Label3, &Frame1},
-        {&Label4, &Frame1},
         {&lstCharacters, &Frame1},
+        {&Label4, &Frame1},
         {&lstMonsters, &Frame1},
         {&cmdClipboard, &Frame1},
         {&txtClipboard, &Frame1},
