@@ -6,8 +6,11 @@
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 
+#include <chrono>
 #include <thread>
 #include <windows.h>
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -78,22 +81,35 @@ TEST(Files, ThatAnotherProgramHoldsAreReadAsFarAsItLets) {
 
 TEST(DataFile, ReplacesTheOldFileOrLeavesItAlone) {
     const TemporaryFolder folder;
-    const auto ledger = std::make_unique<KillLedger>();
     const auto target = folder.Write("target.qvt", "old");
-    const auto save = [&](const auto& to) { Main::WriteDataFile(*ledger, to); };
-    for (const DWORD sharing :
-         {ShareAll & ~DWORD{FILE_SHARE_WRITE}, ShareAll & ~DWORD{FILE_SHARE_DELETE}}) {
-        const Held held(target, sharing);
-        EXPECT_THROW(save(target), std::system_error) << sharing;
-    }
     for (const auto& refused :
          {folder.Path, folder.Path / "none" / "x.qvt", folder.Path / "nul.qvt"}) {
-        EXPECT_THROW(save(refused), std::system_error) << refused;
+        EXPECT_THROW(FileReplacement{refused}, std::system_error) << refused;
     }
-    EXPECT_EQ(std::filesystem::file_size(target), 3U);
-
+    {
+        const Held reader(target, FILE_SHARE_READ);
+        EXPECT_THROW(FileReplacement{target}, std::system_error);
+    }
+    // Held when the new content is whole: too long, and then for a moment.
+    for (const auto& [time, size] : {std::pair(1500ms, 3U), {200ms, 6U}}) {
+        FileReplacement replacement(target);
+        replacement.Write("newest");
+        auto held = std::make_unique<Held>(target, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        std::thread scanner([&held, time = time] {
+            std::this_thread::sleep_for(time);
+            held.reset();
+        });
+        try {
+            replacement.Commit();
+            EXPECT_EQ(size, 6U);
+        } catch (const std::system_error&) {
+            EXPECT_EQ(size, 3U);
+        }
+        scanner.join();
+        EXPECT_EQ(std::filesystem::file_size(target), size);
+    }
     ASSERT_TRUE(::SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_HIDDEN));
-    save(target);
+    Main::WriteDataFile(*std::make_unique<KillLedger>(), target);
     EXPECT_EQ(::GetFileAttributesW(target.c_str()) & FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_HIDDEN);
     EXPECT_EQ(std::filesystem::file_size(target), 3'080'401U);
     EXPECT_EQ(FilesIn(folder.Path), 1U);
