@@ -77,11 +77,14 @@ Answer ShowMessage(const Message& message) {
 }
 
 // "description|pattern" as the toolkit writes it. The description can hold a pattern of its own
-// that only looks like one, so the dialog is told to hide the real one behind it.
+// that only looks like one, so the dialog is told to hide the real one behind it. A name that is
+// typed without an extension stays without: where the dialog is the system's own, the toolkit
+// takes what stands behind the first "*." in here for an extension to add, so there is none.
 QString ToNameFilter(std::string_view filter) {
     const std::size_t bar = filter.find('|');
-    return Translate::ToScreen(filter.substr(0, bar)) + " (" +
-           Translate::ToScreen(filter.substr(bar + 1)) + ')';
+    const QString sought("*.");
+    return Translate::ToScreen(filter.substr(0, bar)).replace(sought, "*\u2060.") + " (" +
+           Translate::ToScreen(filter.substr(bar + 1)).replace(sought, "*?.") + ')';
 }
 
 bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
