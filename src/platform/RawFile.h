@@ -48,7 +48,8 @@ public:
     // Appends to the new content.
     void Write(std::string_view bytes);
 
-    // Brings the new content to the disk and then into the place of the old one.
+    // Brings the new content to the disk and then into the place of the old one. Removes what a
+    // save that was killed left in the folder, once it is a day old.
     void Commit();
 
 private:
@@ -59,3 +60,7 @@ private:
     std::filesystem::path NewFile; // beside the target, empty when that is written in place
     std::uint64_t Written = 0;     // bytes
 };
+
+// Opens the null device as standard input, output or error where the program was started without
+// it. Else the next file opened would stand there, and a word printed would land in its middle.
+void OpenStandardStreams();
