@@ -1,0 +1,76 @@
+#include "SystemCalls.h"
+
+#include <cerrno>
+#include <cstdarg>
+#include <sys/types.h>
+#include <utility>
+
+namespace {
+
+Intervention Current;
+
+template <class Make>
+auto Pass(const SystemCall& call, Make make) {
+    if (!Current) {
+        return make();
+    }
+    const Intervention intervention = std::exchange(Current, nullptr);
+    const long result = intervention(call, make);
+    const int error = errno;
+    Current = intervention;
+    errno = error;
+    return static_cast<decltype(make())>(result);
+}
+
+} // namespace
+
+Intervene::Intervene(Intervention intervention) {
+    Current = std::move(intervention);
+}
+Intervene::~Intervene() {
+    Current = nullptr;
+}
+
+long FailWith(int errorNumber) {
+    errno = errorNumber;
+    return -1;
+}
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker gives these names
+extern "C" {
+int __real_open(const char*, int, ...);
+ssize_t __real_read(int, void*, size_t);
+ssize_t __real_write(int, const void*, size_t);
+int __real_fsync(int);
+int __real_close(int);
+int __real_rename(const char*, const char*);
+int __real_unlink(const char*);
+
+int __wrap_open(const char* path, int flags, ...) {
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = va_arg(rest, mode_t);
+    va_end(rest);
+    return Pass({"open", -1, path, "", flags}, [=] { return __real_open(path, flags, mode); });
+}
+ssize_t __wrap_read(int handle, void* to, size_t count) {
+    return Pass({"read", handle}, [=] { return __real_read(handle, to, count); });
+}
+ssize_t __wrap_write(int handle, const void* from, size_t count) {
+    return Pass({"write", handle, "", {static_cast<const char*>(from), count}},
+                [=] { return __real_write(handle, from, count); });
+}
+int __wrap_fsync(int handle) {
+    return Pass({"fsync", handle}, [=] { return __real_fsync(handle); });
+}
+int __wrap_close(int handle) {
+    return Pass({"close", handle}, [=] { return __real_close(handle); });
+}
+int __wrap_rename(const char* from, const char* to) {
+    return Pass({"rename", -1, from, to}, [=] { return __real_rename(from, to); });
+}
+int __wrap_unlink(const char* path) {
+    return Pass({"unlink", -1, path}, [=] { return __real_unlink(path); });
+}
+}
+// NOLINTEND(bugprone-reserved-identifier)
