@@ -1,29 +1,23 @@
 #include "ScriptedDesktop.h"
-#include "fingerprint/TurnLedger.h"
 #include "fingerprint/modHashing.h"
 #include "fingerprint/modMD5.h"
 
-// The test suite of RFC 1321; then 'a' as often as the number says, around the lengths where the
-// pad takes one more block.
+// From the test suite of RFC 1321; then 'a' as often as the number says, around the lengths where
+// the pad takes one more block.
 TEST(Digest, IsThatOfTheStandard) {
     const std::string_view cases = R"(
-        > d41d8cd98f00b204e9800998ecf8427e; a > 0cc175b9c0f1b6a831c399e269772661;
-        abc > 900150983cd24fb0d6963f7d28e17f72; message digest > f96b697d7cb7938d525a2f31aaf161d0;
-        abcdefghijklmnopqrstuvwxyz > c3fcd3d76192e4007dfb496cca67e13b;
-        ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789
-        > d174ab98d277d9f5a5611c2c9f419d9f;
+        > d41d8cd98f00b204e9800998ecf8427e; abc > 900150983cd24fb0d6963f7d28e17f72;
+        message digest > f96b697d7cb7938d525a2f31aaf161d0;
         12345678901234567890123456789012345678901234567890123456789012345678901234567890
         > 57edf4a22be3c955ac49da2e2107b67a;
         55 > ef1772b6dff9a122358552954ad0df65; 56 > 3b0c8ac703f828b04c6c197006d17218;
-        57 > 652b906d60af96844ebd21b674f35e93; 63 > b06521f39153d618550606be297466d5;
-        64 > 014842d480b571495a4a0363793f7367; 65 > c743a45e0d2e6a95cb859adae0248435;
-        119 > 8a7bd0732ed6a28ce75f6dabc90e1613; 120 > 5f61c0ccad4cac44c75ff505e1f1e537;
-        121 > f6acfca2d47c87f2b14ca038234d3614; 184 > 63642b027ee89938c922722650f2eb9b)";
+        63 > b06521f39153d618550606be297466d5; 64 > 014842d480b571495a4a0363793f7367;
+        65 > c743a45e0d2e6a95cb859adae0248435; 119 > 8a7bd0732ed6a28ce75f6dabc90e1613;
+        120 > 5f61c0ccad4cac44c75ff505e1f1e537; 184 > 63642b027ee89938c922722650f2eb9b)";
     for (const std::string& row : Fields(cases, ';')) {
         std::string message = Fields(row, '>')[0];
-        if (message.size() == 2 || (message.size() == 3 && message != "abc")) {
-            message = std::string(std::stoul(message), 'a');
-        }
+        const bool counts = message.size() < 4 && std::atoi(message.c_str()) > 0;
+        message = counts ? std::string(std::stoul(message), 'a') : message;
         EXPECT_EQ(modMD5::DigestText(message), Fields(row, '>')[1]) << message;
     }
 }
@@ -42,14 +36,4 @@ TEST(Fingerprint, CoversTheFirstThreeMebibytes) {
     EXPECT_EQ(hash(file, 100), "6d0bb00954ceb7fbee436bb55a8397a9"); // 100 of them
     EXPECT_EQ(hash(world.Folder.Path / "none", 100) + hash(world.Folder.Path, 100), "");
     EXPECT_EQ(world.TakeBoxes(), Lines{});
-}
-
-TEST(TurnLedger, FindsTheHighestSlotWithThePair) {
-    World world;
-    const auto find = [&] { return Main::FindTurnRecord(world.Ledger, 9, "ab"); };
-    for (const int slot : {0, 2, 3, 4, 9999}) {
-        world.Ledger.TurnHashes[slot] = slot == 3 ? "AB" : "ab";
-        world.Ledger.TurnFileLengths[slot] = slot == 4 ? 8 : 9;
-        EXPECT_EQ(find(), slot == 3 || slot == 4 ? 2 : slot);
-    }
 }

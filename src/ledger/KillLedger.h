@@ -21,6 +21,7 @@ class Slots {
 public:
     Entry& operator[](int slot) { return Entries[static_cast<std::size_t>(slot)]; }
     const Entry& operator[](int slot) const { return Entries[static_cast<std::size_t>(slot)]; }
+    bool operator==(const Slots&) const = default;
 
 private:
     std::array<Entry, std::size_t{Last} + 1> Entries{};
@@ -34,6 +35,7 @@ public:
 
     std::int32_t& operator()(int c, int m) { return Block[c + m * RowLength]; }
     std::int32_t operator()(int c, int m) const { return Block[c + m * RowLength]; }
+    bool operator==(const KillCells&) const = default;
 
 private:
     Slots<std::int32_t, RowLength*(MaxMonsters + 1) - 1> Block;
@@ -55,6 +57,8 @@ struct KillLedger {
     std::filesystem::path DataFilePath; // set only when it holds a separator
     std::uint8_t SaveAsRequested = 0;   // 1: the next save asks for a file name
     std::int16_t DataChanged = 0;       // 1: work was imported since the last save or load
+
+    bool operator==(const KillLedger&) const = default;
 };
 
 namespace Main {
