@@ -382,6 +382,27 @@ TEST_F(Skin, EndsWithItsLastWindowWhicheverThatIs) {
     EXPECT_FALSE(late);
 }
 
+TEST_F(Skin, ShowsItsOwnPictureForAFileThatIsNone) {
+    const TemporaryFolder folder;
+    const auto* const label = Tallies->AboutRenderer.Window()->findChildren<QLabel*>().constFirst();
+    const auto show = [&](std::string_view bytes) {
+        const auto file = folder.Write("picture.gif", bytes);
+        Tallies->AboutWindow.Picture1.Picture = Tallies->Services.LoadPicture(file);
+        return label->pixmap().toImage();
+    };
+    const QImage own = show(frmAbout::OwnPicture());
+    EXPECT_EQ(own.size(), QSize(400, 300));
+    for (const std::string& none :
+         {std::string(), std::string("no picture"), frmAbout::OwnPicture().substr(0, 8)}) {
+        const std::string_view dot(
+            "GIF89a\1\0\1\0\x80\0\0\xFF\xFF\xFF\0\0\0,\0\0\0\0\1\0\1\0\0\2\2D"
+            "\1\0;",
+            35);
+        EXPECT_EQ(show(dot).size(), QSize(1, 1));
+        EXPECT_EQ(show(none), own);
+    }
+}
+
 TEST_F(Skin, ClosesTheAboutWindowAtAClickAndOpensItAgain) {
     for (const int child : {0, 2, 4}) {
         QWidget* const about = Tallies->AboutRenderer.Window();
