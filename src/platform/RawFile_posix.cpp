@@ -1,7 +1,7 @@
+#include "platform/NewFiles.h"
 #include "platform/RawFile.h"
 
 #include <cerrno>
-#include <chrono>
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
@@ -51,15 +51,12 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
     return path;
 }
 
-constexpr std::string_view NewFilePrefix = ".slaying-tallies-";
-
 // Makes a file of a name not yet taken in `folder`. Gives its handle, -1 when the folder forbids
 // new files; sets `name` only when the file is ours.
 int MakeNewFile(const std::filesystem::path& folder, mode_t mode, std::filesystem::path& name) {
     for (int attempt = 0;; ++attempt) {
         std::filesystem::path candidate =
-            folder / (std::string(NewFilePrefix) + std::to_string(::getpid()) + '-' +
-                      std::to_string(attempt));
+            folder / NewFiles::Name(static_cast<unsigned long>(::getpid()), attempt);
         const int handle = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
         if (handle >= 0) {
             name.swap(candidate);
@@ -118,24 +115,6 @@ void SyncFolder(const std::filesystem::path& folder) {
         throw;
     }
     ::close(handle);
-}
-
-// Removes the new files of saves that were killed. One younger than a day may still be written
-// to, maybe by another machine, where its process number tells nothing.
-void Sweep(const std::filesystem::path& folder) {
-    const auto yesterday = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    std::error_code failed;
-    std::filesystem::directory_iterator entries(folder, failed);
-    for (; !failed && entries != std::filesystem::directory_iterator(); entries.increment(failed)) {
-        const std::filesystem::path& file = entries->path();
-        if (file.filename().native().starts_with(NewFilePrefix)) {
-            std::error_code unknown;
-            const auto written = entries->last_write_time(unknown);
-            if (!unknown && written < yesterday) {
-                ::unlink(file.c_str()); // what cannot be removed stays
-            }
-        }
-    }
 }
 
 } // namespace
@@ -245,7 +224,7 @@ void FileReplacement::Commit() {
         Retry([&] { return ::rename(NewFile.c_str(), Target.c_str()); });
         NewFile.clear();
         SyncFolder(FolderOf(Target));
-        Sweep(FolderOf(Target));
+        NewFiles::Sweep(FolderOf(Target));
     }
 }
 

@@ -1,3 +1,4 @@
+#include "platform/NewFiles.h"
 #include "platform/RawFile.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ void RequireNoDevice(const std::filesystem::path& path) {
 // Opens a file that is there; every other program may do with it what it likes meanwhile. Gives
 // its handle, -1 when the system denies the access. Fails on what is not a plain file.
 int Open(const std::filesystem::path& path, DWORD access) {
-    const HANDLE file =
+    auto* const file =
         ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
@@ -81,9 +82,7 @@ std::filesystem::path FinalPath(int handle) {
 int MakeNewFile(const std::filesystem::path& folder, DWORD attributes,
                 std::filesystem::path& name) {
     for (int attempt = 0;; ++attempt) {
-        std::filesystem::path candidate =
-            folder / (L".slaying-tallies-" + std::to_wstring(::GetCurrentProcessId()) + L'-' +
-                      std::to_wstring(attempt));
+        std::filesystem::path candidate = folder / NewFiles::Name(::GetCurrentProcessId(), attempt);
         auto* const file = ::CreateFileW(candidate.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                          attributes, nullptr);
         if (file != INVALID_HANDLE_VALUE) {
@@ -232,6 +231,7 @@ void FileReplacement::Commit() {
     if (!NewFile.empty()) {
         MoveOver(NewFile, Target);
         NewFile.clear();
+        NewFiles::Sweep(Target.parent_path());
     }
 }
 
