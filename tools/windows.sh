@@ -15,6 +15,22 @@ need_wine() {
     wineserver -w
 }
 
+# Wine comes without fonts: what the program asks for becomes the one closest to it.
+need_wine_fonts() {
+    local font
+    for font in 'Tahoma' 'MS Shell Dlg' 'MS Shell Dlg 2' 'MS Sans Serif' 'Segoe UI'; do
+        wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /d 'Liberation Sans' /f
+    done > /dev/null
+}
+
+# on_screen COMMAND...: runs it on a virtual display with a window manager.
+on_screen() {
+    timeout 300 xvfb-run -a -s '-screen 0 1024x768x24' sh -c '
+        jwm > /dev/null 2>&1 &
+        until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.1; done
+        "$@"' on_screen "$@"
+}
+
 # The archive has no Qt for Windows: it is built from Debian's source package, once. About 20
 # minutes on two cores, 1 GB of disk meanwhile.
 export WINDOWS_QT=$CACHE/qt-windows
@@ -36,7 +52,7 @@ fetch_qt_source() {
 
 # Builds the toolkit unless it is there already.
 need_windows_qt() {
-    [ ! -f "$WINDOWS_QT/lib/cmake/Qt6/Qt6Config.cmake" ] || return 0
+    [ ! -f "$WINDOWS_QT/complete" ] || return 0
     local work=$CACHE/qt-windows-work feature features=()
     say "Building Qt for Windows into $WINDOWS_QT (once, about 20 minutes)"
     if [ ! -f "$work/fetched" ]; then
@@ -56,7 +72,9 @@ need_windows_qt() {
         -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
         -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DINPUT_opengl=no \
         -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "${features[@]}"
-    cmake --build "$work/build"
-    cmake --install "$work/build" --strip
+    # Too many warnings to read, about things that are right.
+    cmake --build "$work/build" > "$work/log" 2>&1 || { tail -n 50 "$work/log"; return 1; }
+    cmake --install "$work/build" --strip > "$work/log"
+    touch "$WINDOWS_QT/complete"
     rm -rf "$work"
 }

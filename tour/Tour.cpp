@@ -262,14 +262,16 @@ private:
         QTest::qWait(150);
         const QString name =
             QString("%1/%2-%3.png").arg(Screenshots).arg(++Stage, 2, 10, QChar('0')).arg(stage);
+        QScreen* const screen = QGuiApplication::primaryScreen();
         QRect shown;
         for (const QWidget* const window : QApplication::topLevelWidgets()) {
             if (window->isVisible()) {
-                shown |= window->frameGeometry();
+                // A dialog of the system's own may stand anywhere.
+                const bool elsewhere = window->testAttribute(Qt::WA_DontShowOnScreen);
+                shown |= elsewhere ? screen->geometry() : window->frameGeometry();
             }
         }
-        const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
-        Require(screen.copy(shown).save(name), "a screenshot is written");
+        Require(screen->grabWindow(0).copy(shown).save(name), "a screenshot is written");
         std::printf("-- %s\n", qPrintable(name));
     }
 
@@ -281,7 +283,7 @@ private:
 
 void GiveTour(const QString& samples, const QString& screenshots) {
     const QTemporaryDir folder;
-    const QString dataFile = folder.filePath("no extension"); // and none is added
+    const QString dataFile = folder.filePath("tallies.qvt");
     int stage = 0;
     QStringList tallies;
     {

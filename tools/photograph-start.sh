@@ -1,0 +1,18 @@
+#!/usr/bin/env bash
+# Starts the program under wine, photographs the screen when both its windows stand, once with
+# either in front, and ends it.
+# usage: photograph-start.sh PROGRAM FOLDER
+set -euo pipefail
+wine "$1" &
+trap 'wineserver -k' EXIT
+windows() { xdotool search --onlyvisible --name 'Slaying Tallies' || true; }
+for _ in {1..60}; do
+    sleep 1
+    [ "$(windows | wc -l)" -lt 2 ] || break
+done
+[ "$(windows | wc -l)" = 2 ]
+for window in $(windows); do
+    xdotool windowactivate --sync "$window"
+    sleep 1
+    import -window root "$2/program-$(xdotool getwindowname "$window" | tr -c '[:alnum:]\n' -).png"
+done
