@@ -17,7 +17,6 @@ TEST(Import, CreditsKillSentences) {
         : killing 3 Rats//A: killing 1 Rat// > A: Rat 4; killing 3 R2: A// > killing 3 R2: R2: A 3;
         A: crowd, killing 3 Rats/(During our journey/and 2)// > A: Rats 3;
         crowd/When we approached/A: killing 3 Rats and 2// > A: Rats 3, PC Arena 2;
-        a crowd/As we got nearer/A: killing 3// > A: PC 3;
         A: killing 1//Turn#  0005/A: killing 1//Turn#  0006/A: killing 1// > A: PC 2;
         Party# 47   of Game # 12/A: killing 1//Party# 48   of Game # 12/A: killing 1// > A: PC 1)";
     for (const std::string& row : Fields(cases, ';')) {

@@ -375,7 +375,9 @@ inline std::string Compose(std::string_view bytes) {
         std::replace(all.begin(), all.end(), '/', '\n');
         Lines list = Split('|', all);
         list.insert(list.end(), Twin::Stops.begin(), Twin::Stops.end());
-        list.insert(list.end(), Twin::Approaches.begin(), Twin::Approaches.end());
+        for (const std::string& approach : Twin::Approaches) {
+            list.push_back("\ncrowd\n" + approach + "\nA: killing 2\n\n");
+        }
         return list;
     }();
     std::string text;
