@@ -35,87 +35,6 @@ struct ListWorld : World {
 
 } // namespace
 
-TEST(MainWindow, StartsEmptyWithItsColumns) {
-    World world;
-    Slaying_Tallies& window = world.Window;
-    window.Window.Show(); // loads no second time
-    EXPECT_EQ(world.Ledger.ApplicationPath, "/opt/tallies");
-    for (auto [list, header] : {std::pair(&window.lstCharacters, "Character Name"),
-                                {&window.lstMonsters, "Monster Name"}}) {
-        ASSERT_EQ(list->ColumnHeaders.size(), 2U);
-        EXPECT_EQ(list->Column(1).Text + list->Column(2).Text, std::string(header) + "Kills");
-        EXPECT_EQ(list->Column(1).Width, 2300);
-        EXPECT_EQ(list->Column(2).Width, 800);
-        EXPECT_EQ(list->Column(2).Align.Get(), Alignment::Right);
-        EXPECT_EQ(list->Count(), 0);
-    }
-    for (const TextBox* box : {&window.txtGame, &window.txtParty, &window.txtTurnStart}) {
-        EXPECT_EQ(box->Text.Get(), "");
-    }
-}
-
-TEST(Lists, ShowTheLedgerAfterARefill) {
-    ListWorld world;
-    EXPECT_EQ(Rows(world.Characters), "Bela 12;Ciri-1;Dora 0;");
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;");
-    EXPECT_EQ(world.Characters.SelectedRow() + world.Monsters.SelectedRow(), 2);
-    EXPECT_TRUE(world.Characters.Enabled && world.Monsters.Enabled);
-    // The selection is forgotten; the first character may have no kills.
-    world.Characters.Select(2);
-    world.Ledger.CharacterNames[1] = "Aron";
-    world.Refill();
-    EXPECT_EQ(world.Characters.SelectedItem()->Text, "Aron");
-    EXPECT_EQ(Rows(world.Monsters), "");
-    EXPECT_TRUE(world.Characters.Enabled && !world.Monsters.Enabled);
-
-    Main::BlankLedger(world.Ledger);
-    world.Refill();
-    EXPECT_EQ(Rows(world.Characters) + Rows(world.Monsters), "");
-    EXPECT_FALSE(world.Characters.Enabled || world.Monsters.Enabled);
-}
-
-TEST(Lists, FollowTheSelectedCharacter) {
-    ListWorld world;
-    world.Monsters.Column(1).Width = world.Monsters.Column(2).Width = 100;
-    world.Characters.Select(2);
-    for (const int otherKey : {13, 33, 34, 35, 36, 37, 39, 67, 112}) {
-        world.Characters.RaiseKeyUp(otherKey, 0);
-        EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;") << otherKey;
-    }
-    world.Characters.RaiseKeyUp(40, 0);
-    EXPECT_EQ(Rows(world.Monsters), "Bat 1;");
-    world.Characters.Select(1);
-    world.Characters.RaiseKeyUp(38, 1);
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;");
-    EXPECT_EQ(world.Monsters.Column(1).Width, 100);
-    world.Characters.Select(3);
-    world.Characters.RaiseClick();
-    EXPECT_EQ(Rows(world.Monsters), "");
-    EXPECT_EQ(world.Monsters.Column(1).Width, 2300);
-    EXPECT_EQ(world.Monsters.Column(2).Width, 800);
-}
-
-TEST(Lists, RaiseRowEventsOnlyWithARowAndWhileOn) {
-    ListWorld world;
-    std::string raised;
-    world.Characters.Click = [&] { raised += 'c'; };
-    world.Characters.KeyUp = [&](int, int) { raised += 'k'; };
-    world.Characters.ColumnClick = [&](int column) { raised += std::to_string(column); };
-    const auto raiseAll = [&] {
-        world.Characters.RaiseClick();
-        world.Characters.RaiseKeyUp(46, 0);
-        world.Characters.RaiseColumnClick(2);
-        return std::exchange(raised, "");
-    };
-    EXPECT_EQ(raiseAll(), "ck2");
-    world.Characters.Enabled = false;
-    EXPECT_EQ(raiseAll(), "2");
-    world.Characters.Clear();
-    world.Characters.Enabled = true; // as before the first refill
-    world.Characters.Select(1);
-    EXPECT_EQ(raiseAll(), "2");
-}
-
 TEST(ListSorter, SortsByTextNumberAndDate) {
     const Desktop services = ScriptedDesktop().Services;
     const auto sorted = [&services](Main::SortKind kind, bool ascending, const std::string& cells) {
@@ -155,31 +74,6 @@ TEST(ListSorter, SortsByTextNumberAndDate) {
     }
     EXPECT_EQ(sorted(SortNumber, false, "9|100|x|10"), "100|10|9|x");
     EXPECT_EQ(Main::InvertDigits("-1.25"), " 8.74");
-}
-
-TEST(ListSorter, FollowsTheHeaderAndOutlivesARefill) {
-    ListWorld world;
-    Lines locks;
-    world.Screen.Services.LockWindowUpdate = [&](const ListView* list) {
-        locks.push_back(list == &world.Characters ? "lock" : "free");
-        throw std::runtime_error("skipped");
-    };
-    for (const auto& [column, order] : {std::pair(1, "Bela 12;Ciri-1;Dora 0;"),
-                                        {2, "Ciri-1;Dora 0;Bela 12;"},
-                                        {1, "Dora 0;Ciri-1;Bela 12;"},
-                                        {2, "Bela 12;Dora 0;Ciri-1;"}}) {
-        world.Characters.RaiseColumnClick(column);
-        EXPECT_EQ(Rows(world.Characters), order);
-        EXPECT_EQ(std::exchange(locks, {}), (Lines{"lock", "free"}));
-        EXPECT_EQ(world.Characters.MousePointer.Get(), Pointer::Default);
-    }
-    world.Monsters.RaiseColumnClick(2);
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;");
-    world.Ledger.CharacterKills[99] = 50;
-    world.Refill();
-    EXPECT_EQ(Rows(world.Characters), "Dora 50;Bela 12;Ciri-1;");
-    EXPECT_EQ(world.Characters.SelectedItem()->Text, "Bela") << "the first one added";
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;");
 }
 
 TEST(ClipboardReport, TellsTheWholeLedger) {
@@ -300,26 +194,4 @@ TEST(NumberBoxes, CommitWhatWasTyped) {
     window.txtGame.LostFocus();
     EXPECT_EQ(window.txtGame.Text.Get(), "");
     EXPECT_EQ(ledger.DataChanged, 0);
-}
-
-TEST(AboutWindow, OpensAheadOfTheMainWindowAndClosesAtAClick) {
-    World world;
-    Form& about = world.About.Window;
-    EXPECT_TRUE(about.Visible);
-    world.Screen.Services.LoadPicture = [](const std::filesystem::path& path) {
-        return path.generic_string();
-    };
-    for (const auto& click :
-         {world.About.Frame1.Click, world.About.Picture1.Click, world.About.Label1.Click,
-          world.About.Label2.Click, world.About.Label3.Click, world.About.Label4.Click}) {
-        world.Window.Window.Enabled = false;
-        click();
-        EXPECT_FALSE(about.Visible);
-        EXPECT_TRUE(world.Window.Window.Enabled);
-        world.Window.mnuHelpAbout.Click();
-        EXPECT_TRUE(about.Visible);
-        EXPECT_EQ(world.About.Picture1.Picture.Get(), "/opt/tallies/graphics/marrowquill.gif");
-    }
-    world.Window.mnuFileExit.Click();
-    EXPECT_EQ(world.Screen.Transcript, Lines{"Close"});
 }
