@@ -211,8 +211,8 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsed) {
                     EXPECT_EQ(dialog->directory().dirName(), QString(before));
                 }
                 EXPECT_EQ(dialog->nameFilters(),
-                          QStringList(entry > 3 ? "Marrowquill Kill Files (*\u200C.qvt) (*?.qvt)"
-                                                : "HTML File (*\u200C.html) (*?.htm*)"));
+                          QStringList(entry > 3 ? "Marrowquill Kill Files (*\u200B.qvt) (*?.qvt)"
+                                                : "HTML File (*\u200B.html) (*?.htm*)"));
                 QTest::qWait(100); // the list of files comes late
                 auto* const name = dialog->findChild<QLineEdit*>("fileNameEdit");
                 name->setText(place(entry != 7 ? "file.html" : before == '-' ? "new" : "newer"));

@@ -83,7 +83,7 @@ Answer ShowMessage(const Message& message) {
 QString ToNameFilter(std::string_view filter) {
     const std::size_t bar = filter.find('|');
     const QString sought("*.");
-    return Translate::ToScreen(filter.substr(0, bar)).replace(sought, "*\u200C.") + " (" +
+    return Translate::ToScreen(filter.substr(0, bar)).replace(sought, "*\u200B.") + " (" +
            Translate::ToScreen(filter.substr(bar + 1)).replace(sought, "*?.") + ')';
 }
 
