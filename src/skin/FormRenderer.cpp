@@ -96,7 +96,13 @@ public:
                           [this](QWidget*, Pointer shape) { SetPointer(shape); });
     }
 
-    ~FormWindow() override { SetPointer(Pointer::Default); }
+    ~FormWindow() override {
+        // A box loses the focus while it still stands: what it commits is set in the box.
+        if (QWidget* const focused = focusWidget()) {
+            focused->clearFocus();
+        }
+        SetPointer(Pointer::Default);
+    }
     FormWindow(const FormWindow&) = delete;
     FormWindow& operator=(const FormWindow&) = delete;
 
