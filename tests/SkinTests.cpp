@@ -252,6 +252,20 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
     EXPECT_EQ(Rows(Characters), QStringList({"Bela 8", "Aron 7", "aron 0"})) << "sorted as before";
 }
 
+// The release of a key that was pressed elsewhere, in a box that it closed, is none of a list's.
+TEST_F(Skin, DeletesBehindAKeyOfItsOwnAndAYes) {
+    FillLists();
+    ClickRow(Characters, 1);
+    QTest::keyRelease(Characters, Qt::Key_Delete);
+    for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_N, Qt::Key_Y}) {
+        EXPECT_EQ(Rows(Characters), (QStringList{"Aron 7", "Bela 8"}));
+        WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); },
+                [&](QWidget* box) { QTest::keyClick(box, answer); });
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Rows(Characters), QStringList("Aron 7"));
+}
+
 TEST_F(Skin, EndsWithItsLastWindowWhicheverThatIs) {
     bool late = false;
     QTimer::singleShot(0, [this] { Window->close(); });
