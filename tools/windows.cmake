@@ -14,3 +14,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 # This compiler's version 12 sees copies that overlap where std::string joins two texts.
 set(CMAKE_CXX_FLAGS_INIT -Wno-restrict)
+
+# The same sources make the same programs: no time of the build in them.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
+set(CMAKE_SHARED_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
