@@ -6,7 +6,7 @@
 #include <memory>
 
 int main(int argc, char* argv[]) {
-    OpenStandardStreams();
+    PrepareProcess();
     const QApplication application(argc, argv);
     const auto program = std::make_unique<Program>();
     program->MainWindow.Window.Show();

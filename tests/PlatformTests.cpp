@@ -51,9 +51,9 @@ TEST(LineReader, FailsBehindTheEndOfItsFile) {
     EXPECT_TRUE(reader.AtEnd());
 }
 
-TEST(Files, RefuseWhatIsNoPlainFileWithoutWaiting) {
+TEST(Files, RefuseWhatIsNoRegularFileWithoutWaiting) {
     const TemporaryFolder folder;
-    for (const auto& path : NoPlainFiles(folder.Path)) {
+    for (const auto& path : NoRegularFiles(folder.Path)) {
         EXPECT_THROW(LineReader{path}, std::system_error) << path;
         EXPECT_THROW(Files::LeadingBytes(path, 1), std::system_error) << path;
         EXPECT_FALSE(Main::FileExists(path)) << path;
@@ -78,7 +78,7 @@ TEST(Files, OfAFolderComeInByteOrder) {
     }
     folder.Write(u8"\u00E4.htm", "");
     std::filesystem::create_directory(folder.Path / "folder.htm");
-    (void)NoPlainFiles(folder.Path);
+    (void)NoRegularFiles(folder.Path);
     Lines names;
     for (const auto& path : Files::InFolder(folder.Path, ".htm")) {
         EXPECT_EQ(path.parent_path(), folder.Path);

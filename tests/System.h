@@ -5,11 +5,11 @@
 #include <iterator>
 #include <vector>
 
-// What the system at hand has in the place of plain files, also in `folder`, where it is made.
-// Each system has its own file of tests, which tells.
-std::vector<std::filesystem::path> NoPlainFiles(const std::filesystem::path& folder);
+// Creates in `folder` what this system has that is no regular file, or hidden, and returns paths
+// that cannot be opened as regular files. Defined by the tests of each system.
+std::vector<std::filesystem::path> NoRegularFiles(const std::filesystem::path& folder);
 
-// Files in a folder: a save must not leave any of its own.
+// The number of files in a folder: a save must leave no temporary ones.
 inline std::size_t FilesIn(const std::filesystem::path& folder) {
     return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
 }

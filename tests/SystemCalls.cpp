@@ -2,7 +2,7 @@
 
 #include <cerrno>
 #include <cstdarg>
-#include <sys/types.h>
+#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -44,7 +44,8 @@ ssize_t __real_write(int, const void*, size_t);
 int __real_fsync(int);
 int __real_close(int);
 int __real_rename(const char*, const char*);
-int __real_unlink(const char*);
+int __real_stat(const char*, struct stat*);
+int __real_fstat(int, struct stat*);
 
 int __wrap_open(const char* path, int flags, ...) {
     va_list rest;
@@ -69,8 +70,11 @@ int __wrap_close(int handle) {
 int __wrap_rename(const char* from, const char* to) {
     return Pass({"rename", -1, from, to}, [=] { return __real_rename(from, to); });
 }
-int __wrap_unlink(const char* path) {
-    return Pass({"unlink", -1, path}, [=] { return __real_unlink(path); });
+int __wrap_stat(const char* path, struct stat* status) {
+    return Pass({"stat", -1, path}, [=] { return __real_stat(path, status); });
+}
+int __wrap_fstat(int handle, struct stat* status) {
+    return Pass({"fstat", handle}, [=] { return __real_fstat(handle, status); });
 }
 }
 // NOLINTEND(bugprone-reserved-identifier)

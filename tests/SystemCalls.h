@@ -3,17 +3,17 @@
 #include <functional>
 #include <string_view>
 
-// A call of the program to the system about a file. All of them come by here.
+// A call of the program to the system about a file.
 struct SystemCall {
     std::string_view Name;
     int Handle = -1;
-    std::string_view Path;  // to open, unlink or rename
+    std::string_view Path;  // to open, look at or rename
     std::string_view Other; // the new name; the bytes to write
     int Flags = 0;          // of an open
 };
 
-// What a test does in place of each call: makes it after all, or fails it. Calls of its own do
-// not come by.
+// What a test does in place of each call: makes it after all, or fails it. It does not see its own
+// calls.
 using Intervention = std::function<long(const SystemCall& call, const std::function<long()>& make)>;
 
 class Intervene {

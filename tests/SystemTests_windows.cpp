@@ -2,6 +2,7 @@
 #include "System.h"
 #include "fingerprint/modHashing.h"
 #include "platform/CodePage.h"
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 
 #include <chrono>
@@ -22,7 +23,7 @@ std::shared_ptr<void> Hold(const std::filesystem::path& path, DWORD sharing) {
 
 } // namespace
 
-std::vector<std::filesystem::path> NoPlainFiles(const std::filesystem::path& folder) {
+std::vector<std::filesystem::path> NoRegularFiles(const std::filesystem::path& folder) {
     for (const auto mark : {FILE_ATTRIBUTE_HIDDEN, FILE_ATTRIBUTE_SYSTEM}) {
         const auto marked = folder / ("marked" + std::to_string(mark) + ".htm");
         std::ofstream{marked};

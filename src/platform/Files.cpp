@@ -157,7 +157,7 @@ std::vector<std::filesystem::path> InFolder(const std::filesystem::path& folder,
         if (!hidden &&
             std::equal(found.native().begin(), found.native().end(), extension.begin(),
                        extension.end(), sameLetter) &&
-            entries->is_regular_file(unknown) && !IsMarkedHidden(folder / name)) {
+            entries->is_regular_file(unknown) && !HasHiddenAttribute(folder / name)) {
             names.push_back(folder / name);
         }
     }

@@ -14,7 +14,7 @@
 // Begin and End. Memory: 32 KiB, or a few times the longest piece that its reader kept.
 class ByteWindow {
 public:
-    static constexpr std::size_t LongestPiece = std::size_t{256} << 20; // bytes
+    static constexpr std::size_t LongestPiece = std::size_t{16} << 20; // bytes
 
     // Fails (std::system_error) on what cannot be opened or is not a plain file.
     explicit ByteWindow(const std::filesystem::path& path);

@@ -3,64 +3,85 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
-// Files as the system gives them. Each system has its own source file for this header. All
-// failures are std::system_error with the system's own code.
+// What the program asks of the system about files, each system in a source file of its own. All
+// failures are std::system_error with the system's own code. A signal makes no call fail.
 
-// Whether the system keeps a file out of its user's sight by a mark, whatever its name.
-bool IsMarkedHidden(const std::filesystem::path& path);
-
-// A plain file opened for reading, shared with every other reader.
+// A regular file, open or not; closed when it goes out of scope.
 class RawFile {
 public:
-    // Fails for what is not a plain file (a folder, pipe, socket, device); waits for nothing.
+    RawFile() = default;
+    // Opens a regular file for reading, shared with every other reader. Throws for anything else
+    // (a folder, pipe, socket, device) without waiting for it.
     explicit RawFile(const std::filesystem::path& path);
-    ~RawFile();
+    RawFile(RawFile&& other) noexcept
+        : Path(std::move(other.Path)), Handle(std::exchange(other.Handle, -1)) {}
+    RawFile& operator=(RawFile&& other) noexcept {
+        Path.swap(other.Path);
+        std::swap(Handle, other.Handle);
+        return *this;
+    }
     RawFile(const RawFile&) = delete;
     RawFile& operator=(const RawFile&) = delete;
+    ~RawFile() { Close(); }
 
-    // Reads up to the size of `buffer` and gives the bytes read, 0 at the end of the file only.
+    // Opens the target of a save for writing. Follows all links and sets Path to where they end.
+    // Not open if there is no such file. Throws if it cannot be written or is no regular file.
+    static RawFile OpenTarget(const std::filesystem::path& path);
+
+    // Creates a file at `path`. If `like` is open, nobody but the owner can read it until TakeOver.
+    // Nothing if there is such a file already. Not open if the folder forbids new files.
+    static std::optional<RawFile> Create(const std::filesystem::path& path, const RawFile& like);
+
+    bool IsOpen() const { return Handle != -1; }
+
+    // Reads up to the size of `buffer`. Returns the number of bytes, 0 only at the end of the file.
     std::size_t Read(std::span<char> buffer);
 
     // In bytes, as of now.
     std::uint64_t Size() const;
 
-private:
-    int Handle = -1;
-};
-
-// Puts a new content in the place of a file, or makes the file. Until Commit the target is the
-// old file, whole; from then on it is the new one, whole, whenever the power goes. It keeps its
-// permissions; a symbolic link to it stays a link.
-// Only in a folder that forbids new files, or the replacing of this one, is the target written in
-// place, and a failure then can leave a mixture.
-class FileReplacement {
-public:
-    // Fails when the target is there and cannot be opened for writing, or is not a plain file.
-    explicit FileReplacement(const std::filesystem::path& target);
-    // Leaves no trace of a content that was not committed.
-    ~FileReplacement();
-    FileReplacement(const FileReplacement&) = delete;
-    FileReplacement& operator=(const FileReplacement&) = delete;
-
-    // Appends to the new content.
+    // Writes all of `bytes` after what was read or written last.
     void Write(std::string_view bytes);
 
-    // Brings the new content to the disk and then into the place of the old one. Removes what a
-    // save that was killed left in the folder, once it is a day old.
-    void Commit();
+    // Cuts the file off after what was read or written last.
+    void Truncate();
+
+    // Returns when the content is on the disk.
+    void Sync();
+
+    // Ignores failures: what matters was synced before.
+    void Close() noexcept;
+
+    // Whether the system lets another file be renamed over this one.
+    bool CanBeReplaced() const;
+
+    // Gives this new file the owner and permissions of `old`, as far as the system lets it, and
+    // never lets anybody read it who could not read `old`.
+    void TakeOver(const RawFile& old);
+
+    // Renames this file over `old`, which may be missing, and returns when the disk has the change.
+    // Empties Path once renamed.
+    void MoveOver(RawFile& old);
+
+    // Absolute. Empty for a file opened for reading.
+    std::filesystem::path Path;
 
 private:
-    FileReplacement() = default;
-
     int Handle = -1;
-    std::filesystem::path Target;  // where all links end
-    std::filesystem::path NewFile; // beside the target, empty when that is written in place
-    std::uint64_t Written = 0;     // bytes
 };
 
-// Opens the null device as standard input, output or error where the program was started without
-// it. Else the next file opened would stand there, and a word printed would land in its middle.
-void OpenStandardStreams();
+// Identifies this process among those that run.
+unsigned long ProcessNumber();
+
+// Whether the file has the hidden or system attribute.
+bool HasHiddenAttribute(const std::filesystem::path& path);
+
+// To be called first. Opens the null device as standard input, output or error where the program
+// was started without it: otherwise the next file opened would get its number, and printed words.
+// Makes a write beyond a limit on file sizes fail instead of ending the program.
+void PrepareProcess();

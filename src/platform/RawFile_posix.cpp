@@ -1,10 +1,12 @@
-#include "platform/NewFiles.h"
 #include "platform/RawFile.h"
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -15,8 +17,33 @@ namespace {
     throw std::system_error(code, std::generic_category());
 }
 
-// What a plain file is not, said in the system's own codes.
-void RequirePlainFile(const struct stat& status) {
+// Repeats a system call until no signal interrupts it. Returns its result, -1 if it failed.
+template <class Call>
+auto Retry(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
+
+// As Retry, but throws if the call failed.
+template <class Call>
+auto Require(Call call) {
+    const auto result = Retry(call);
+    if (result == -1) {
+        Fail(errno);
+    }
+    return result;
+}
+
+struct stat StatusOf(int handle) {
+    struct stat status {};
+    Require([&] { return ::fstat(handle, &status); });
+    return status;
+}
+
+void RequireRegularFile(const struct stat& status) {
     if (S_ISDIR(status.st_mode)) {
         Fail(EISDIR);
     }
@@ -25,216 +52,218 @@ void RequirePlainFile(const struct stat& status) {
     }
 }
 
-// Runs a system call until no signal interrupts it; fails when the call does.
-template <class Call>
-auto Retry(Call call) {
-    for (;;) {
-        const auto result = call();
-        if (result >= 0) {
-            return result;
-        }
-        if (errno != EINTR) {
-            Fail(errno);
-        }
+// The status is looked at first, since opening alone can move a tape or wake a pipe. In case the
+// file is a pipe by now, the first open does not wait. It fails where another program has a lease
+// on the file; the second waits until the lease is given up.
+int OpenRegularFile(const std::filesystem::path& path, int flags) {
+    struct stat status {};
+    Require([&] { return ::stat(path.c_str(), &status); });
+    RequireRegularFile(status);
+    flags |= O_CLOEXEC | O_NOCTTY;
+    int handle = Retry([&] { return ::open(path.c_str(), flags | O_NONBLOCK); });
+    if (handle == -1 && errno == EWOULDBLOCK) {
+        handle = Retry([&] { return ::open(path.c_str(), flags); });
     }
+    if (handle == -1) {
+        Fail(errno);
+    }
+    if (Retry([&] { return ::fstat(handle, &status); }) == -1 || !S_ISREG(status.st_mode)) {
+        ::close(handle);
+        Fail(EINVAL);
+    }
+    return handle;
 }
 
-// The file at the end of all symbolic links, also when it is not there yet.
-std::filesystem::path FollowLinks(std::filesystem::path path) {
-    constexpr int mostLinks = 40; // what the system itself follows
+// The rule by which the kernel protects links, where that is switched on: in a folder where
+// everybody may create files but delete only their own, it does not follow somebody else's.
+bool MayFollow(const std::filesystem::path& link) {
+    struct stat folder {};
+    struct stat status {};
+    Require([&] { return ::stat((link.parent_path() / ".").c_str(), &folder); });
+    Require([&] { return ::lstat(link.c_str(), &status); });
+    constexpr mode_t shared = S_ISVTX | S_IWOTH;
+    return (folder.st_mode & shared) != shared || status.st_uid == ::geteuid() ||
+           status.st_uid == folder.st_uid;
+}
+
+// Where a chain of links leads that ends at no file yet.
+std::filesystem::path FollowDangling(std::filesystem::path path) {
+    constexpr int mostLinks = 40; // as many as the kernel follows
     for (int links = 0; std::filesystem::is_symlink(path); ++links) {
-        if (links == mostLinks) {
-            Fail(ELOOP);
+        if (links == mostLinks || !MayFollow(path)) {
+            Fail(EACCES);
         }
         path = path.parent_path() / std::filesystem::read_symlink(path);
     }
-    return path;
+    return std::filesystem::absolute(path);
 }
 
-// Makes a file of a name not yet taken in `folder`. Gives its handle, -1 when the folder forbids
-// new files; sets `name` only when the file is ours.
-int MakeNewFile(const std::filesystem::path& folder, mode_t mode, std::filesystem::path& name) {
-    for (int attempt = 0;; ++attempt) {
-        std::filesystem::path candidate =
-            folder / NewFiles::Name(static_cast<unsigned long>(::getpid()), attempt);
-        const int handle = ::open(candidate.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (handle >= 0) {
-            name.swap(candidate);
-            return handle;
-        }
-        if (errno == EACCES || errno == EPERM) {
-            return -1;
-        }
-        if (errno != EEXIST) {
-            Fail(errno);
-        }
-    }
-}
-
-// Whether the folder keeps everybody from renaming over a file of somebody else.
-bool ForbidsReplacing(const std::filesystem::path& folder, const struct stat& file) {
-    struct stat status {};
-    if (::stat(folder.c_str(), &status) != 0) {
-        Fail(errno);
-    }
-    const uid_t self = ::geteuid();
-    return (status.st_mode & S_ISVTX) != 0 && self != 0 && self != file.st_uid &&
-           self != status.st_uid;
-}
-
-// Gives a new file the owner, group and permissions of the old one, as far as the system lets
-// us: only the superuser can give a file to another, and anyone else's is rightly their own.
-// A group that cannot be kept loses its permissions, which were meant for the old one.
-void TakeOver(int newFile, const struct stat& old) {
-    struct stat made {};
-    Retry([&] { return ::fstat(newFile, &made); });
-    mode_t mode = old.st_mode & 07777;
-    if (made.st_uid != old.st_uid && ::fchown(newFile, old.st_uid, static_cast<gid_t>(-1)) != 0) {
-        mode &= 01777; // what runs with its owner's rights must not run with ours
-    }
-    if (made.st_gid != old.st_gid && ::fchown(newFile, static_cast<uid_t>(-1), old.st_gid) != 0) {
-        mode &= 05707;
-    }
-    Retry([&] { return ::fchmod(newFile, mode); }); // last: a change of owner takes some away
-}
-
-std::filesystem::path FolderOf(const std::filesystem::path& file) {
-    return file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-}
-
-// So that a name given in the folder survives a power cut.
+// Brings the names in a folder to the disk. A folder that may be changed but not read, or one on a
+// file system that cannot sync folders, is left to the system: the save counts as done.
 void SyncFolder(const std::filesystem::path& folder) {
-    const int handle = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0) {
-        return; // a folder that cannot be read cannot be synced; the file itself is safe
+    const int handle =
+        Retry([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    if (handle == -1 && errno == EACCES) {
+        return;
     }
-    try {
-        Retry([&] { return ::fsync(handle); });
-    } catch (const std::system_error&) {
+    const bool synced = handle != -1 && Retry([&] { return ::fsync(handle); }) == 0;
+    const int code = errno;
+    if (handle != -1) {
         ::close(handle);
-        throw;
     }
-    ::close(handle);
+    if (!synced && code != EINVAL) {
+        Fail(code);
+    }
+}
+
+constexpr const char* AccessList = "system.posix_acl_access";
+
+bool NoAccessListFound() {
+    return errno == ENODATA || errno == ENOTSUP;
+}
+
+// Copies a file's access list to another. False if there is one that cannot be copied.
+bool CopyAccessList(int from, int to) {
+    std::string list(65536, '\0'); // the longest attribute there can be
+    const auto size =
+        Retry([&] { return ::fgetxattr(from, AccessList, list.data(), list.size()); });
+    if (size >= 0) {
+        return ::fsetxattr(to, AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+    }
+    // The folder may have given the new file a list.
+    return NoAccessListFound() && (::fremovexattr(to, AccessList) == 0 || NoAccessListFound());
 }
 
 } // namespace
 
-bool IsMarkedHidden(const std::filesystem::path& /*path*/) {
-    return false; // a dot in front of the name is the only mark
-}
+RawFile::RawFile(const std::filesystem::path& path) : Handle(OpenRegularFile(path, O_RDONLY)) {}
 
-RawFile::RawFile(const std::filesystem::path& path) {
-    // Looked at before it is opened, since opening alone can move a tape or wake a pipe.
+RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
+    RawFile target;
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) {
-        Fail(errno);
+    if (Retry([&] { return ::stat(path.c_str(), &status); }) == -1 && errno == ENOENT) {
+        target.Path = FollowDangling(path);
+        return target;
     }
-    RequirePlainFile(status);
-    Handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (Handle < 0) {
-        Fail(errno);
+    target.Handle = OpenRegularFile(path, O_WRONLY);
+    target.Path = std::filesystem::canonical(path);
+    // The links may lead elsewhere by now.
+    const struct stat opened = StatusOf(target.Handle);
+    Require([&] { return ::stat(target.Path.c_str(), &status); });
+    if (status.st_dev != opened.st_dev || status.st_ino != opened.st_ino) {
+        Fail(ESTALE);
     }
-    // What stands there may have changed in between.
-    if (::fstat(Handle, &status) != 0 || !S_ISREG(status.st_mode)) {
-        ::close(Handle);
-        Fail(EINVAL);
-    }
+    return target;
 }
 
-RawFile::~RawFile() {
-    ::close(Handle);
+std::optional<RawFile> RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
+    RawFile created;
+    created.Path = path;
+    const mode_t mode = like.IsOpen() ? 0600 : 0666;
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
+    created.Handle = Retry([&] { return ::open(path.c_str(), flags, mode); });
+    if (created.IsOpen()) {
+        return created;
+    }
+    if (errno == EEXIST) {
+        return std::nullopt;
+    }
+    if (errno != EACCES && errno != EPERM) {
+        Fail(errno);
+    }
+    return RawFile();
 }
 
 std::size_t RawFile::Read(std::span<char> buffer) {
     return static_cast<std::size_t>(
-        Retry([&] { return ::read(Handle, buffer.data(), buffer.size()); }));
+        Require([&] { return ::read(Handle, buffer.data(), buffer.size()); }));
 }
 
 std::uint64_t RawFile::Size() const {
-    struct stat status {};
-    if (::fstat(Handle, &status) != 0) {
-        Fail(errno);
-    }
-    return static_cast<std::uint64_t>(status.st_size);
+    return static_cast<std::uint64_t>(StatusOf(Handle).st_size);
 }
 
-// Delegates to the empty object, so that the destructor clears up after a failure in here.
-FileReplacement::FileReplacement(const std::filesystem::path& target) : FileReplacement() {
-    Target = FollowLinks(target);
-    struct stat old {};
-    const bool exists = ::stat(Target.c_str(), &old) == 0;
-    if (exists) {
-        RequirePlainFile(old);
-        Handle = Retry(
-            [&] { return ::open(Target.c_str(), O_WRONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); });
-        Retry([&] { return ::fstat(Handle, &old); }); // may be another file by now
-        RequirePlainFile(old);
-        if (ForbidsReplacing(FolderOf(Target), old)) {
-            return; // in place
-        }
-    } else if (errno != ENOENT) {
-        Fail(errno);
-    }
-    // Closed to others until it has the permissions of the old file.
-    const int newHandle = MakeNewFile(FolderOf(Target), exists ? 0600 : 0666, NewFile);
-    if (newHandle < 0) {
-        if (!exists) {
-            Fail(EACCES);
-        }
-        return; // in place
-    }
-    const int oldHandle = std::exchange(Handle, newHandle);
-    if (exists) {
-        ::close(oldHandle);
-        TakeOver(Handle, old);
-    }
-}
-
-FileReplacement::~FileReplacement() {
-    if (Handle >= 0) {
-        ::close(Handle);
-    }
-    if (!NewFile.empty()) {
-        ::unlink(NewFile.c_str());
-    }
-}
-
-void FileReplacement::Write(std::string_view bytes) {
+void RawFile::Write(std::string_view bytes) {
     while (!bytes.empty()) {
-        const auto count = static_cast<std::size_t>(
-            Retry([&] { return ::write(Handle, bytes.data(), bytes.size()); }));
+        const auto count = Require([&] { return ::write(Handle, bytes.data(), bytes.size()); });
         if (count == 0) {
             Fail(EIO);
         }
-        bytes.remove_prefix(count);
-        Written += count;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
     }
 }
 
-void FileReplacement::Commit() {
-    if (NewFile.empty()) {
-        Retry([&] { return ::ftruncate(Handle, static_cast<off_t>(Written)); });
-    }
-    Retry([&] { return ::fsync(Handle); });
-    const int closing = std::exchange(Handle, -1);
-    if (::close(closing) != 0) {
-        Fail(errno);
-    }
-    if (!NewFile.empty()) {
-        Retry([&] { return ::rename(NewFile.c_str(), Target.c_str()); });
-        NewFile.clear();
-        SyncFolder(FolderOf(Target));
-        NewFiles::Sweep(FolderOf(Target));
+void RawFile::Truncate() {
+    const off_t place = Require([&] { return ::lseek(Handle, 0, SEEK_CUR); });
+    Require([&] { return ::ftruncate(Handle, place); });
+}
+
+void RawFile::Sync() {
+    Require([&] { return ::fsync(Handle); });
+}
+
+void RawFile::Close() noexcept {
+    if (IsOpen()) {
+        ::close(std::exchange(Handle, -1));
     }
 }
 
-void OpenStandardStreams() {
+// Not in a folder where everybody may delete only their own files, nor if it is a mount of its own.
+bool RawFile::CanBeReplaced() const {
+    struct stat folder {};
+    Require([&] { return ::stat(Path.parent_path().c_str(), &folder); });
+    const uid_t self = ::geteuid();
+    const bool kept = (folder.st_mode & S_ISVTX) != 0 && self != 0 && self != folder.st_uid &&
+                      self != StatusOf(Handle).st_uid;
+    struct statx mount {};
+    const bool isMount = ::statx(AT_FDCWD, Path.c_str(), 0, 0, &mount) == 0 &&
+                         (mount.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+    return !kept && !isMount;
+}
+
+// What the system refuses is left: some file systems have no owners and permissions, and only the
+// superuser can give a file to somebody else.
+void RawFile::TakeOver(const RawFile& old) {
+    const struct stat from = StatusOf(old.Handle);
+    const struct stat made = StatusOf(Handle);
+    mode_t mode = from.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+    if (made.st_uid != from.st_uid) {
+        (void)!::fchown(Handle, from.st_uid, static_cast<gid_t>(-1));
+    }
+    if (made.st_gid != from.st_gid && ::fchown(Handle, static_cast<uid_t>(-1), from.st_gid) != 0) {
+        mode &= ~mode_t{S_IRWXG}; // which was meant for the other group
+    }
+    if (!CopyAccessList(old.Handle, Handle)) {
+        mode &= S_IRWXU;
+    }
+    ::fchmod(Handle, mode); // last: a change of owner or access list changes it
+}
+
+// A FAT file system writes the new entry only when the file itself is synced, and reuses the space
+// of the replaced file as soon as nobody has it open. So both stay open until all is on the disk.
+void RawFile::MoveOver(RawFile& old) {
+    Require([&] { return ::rename(Path.c_str(), old.Path.c_str()); });
+    Path.clear();
+    Sync();
+    SyncFolder(old.Path.parent_path());
+}
+
+unsigned long ProcessNumber() {
+    return static_cast<unsigned long>(::getpid());
+}
+
+bool HasHiddenAttribute(const std::filesystem::path& /*path*/) {
+    return false; // a dot in front of the name is the only mark
+}
+
+void PrepareProcess() {
     constexpr const char* nothing = "/dev/null";
-    int handle = ::open(nothing, O_RDWR);
+    int handle = ::open(nothing, O_RDWR); // takes the lowest number that is free
     while (handle >= 0 && handle < STDERR_FILENO) {
-        handle = ::open(nothing, O_RDWR); // the lowest number that is free
+        handle = ::open(nothing, O_RDWR);
     }
     if (handle > STDERR_FILENO) {
         ::close(handle);
     }
+    (void)std::signal(SIGXFSZ, SIG_IGN);
 }

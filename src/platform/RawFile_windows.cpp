@@ -1,12 +1,10 @@
-#include "platform/NewFiles.h"
 #include "platform/RawFile.h"
 
 #include <algorithm>
 #include <string>
 #include <system_error>
-#include <utility>
 
-// Behind windows.h, which they need.
+// After the others: it needs windows.h, which defines macros.
 #include <windows.h>
 
 #include <aclapi.h>
@@ -23,12 +21,12 @@ void Require(BOOL done) {
     }
 }
 
-// The system keeps what counts of a handle in 32 bits, so an int holds it, -1 for none.
+// The system uses only 32 bits of a handle, so an int holds it, -1 for none.
 HANDLE File(int handle) {
     return LongToHandle(handle);
 }
 
-// A name like NUL or COM1.html means its device in every folder, and to open some of them waits.
+// A name like NUL or COM1.html means its device in every folder, and opening some of them waits.
 void RequireNoDevice(const std::filesystem::path& path) {
     std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
     const auto size = static_cast<DWORD>(full.size());
@@ -38,32 +36,20 @@ void RequireNoDevice(const std::filesystem::path& path) {
     }
 }
 
-// Opens a file that is there; every other program may do with it what it likes meanwhile. Gives
-// its handle, -1 when the system denies the access. Fails on what is not a plain file.
-int Open(const std::filesystem::path& path, DWORD access) {
+// Opens an existing regular file, which every other program may use in any way meanwhile.
+int OpenRegularFile(const std::filesystem::path& path, DWORD access) {
+    RequireNoDevice(path);
     auto* const file =
         ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
-        const DWORD code = ::GetLastError();
-        if (code == ERROR_ACCESS_DENIED) {
-            return -1;
-        }
-        Fail(code);
+        Fail(::GetLastError());
     }
     if (::GetFileType(file) != FILE_TYPE_DISK) { // a pipe of another machine, say
         ::CloseHandle(file);
         Fail(ERROR_BAD_DEVICE);
     }
     return HandleToLong(file);
-}
-
-int OpenOrFail(const std::filesystem::path& path, DWORD access) {
-    const int handle = Open(path, access);
-    if (handle == -1) {
-        Fail(ERROR_ACCESS_DENIED);
-    }
-    return handle;
 }
 
 // Where all links end on the way to an open file.
@@ -77,81 +63,44 @@ std::filesystem::path FinalPath(int handle) {
     return path;
 }
 
-// Makes a file of a name not yet taken in `folder`. Gives its handle, -1 when the folder forbids
-// new files; sets `name` only when the file is ours.
-int MakeNewFile(const std::filesystem::path& folder, DWORD attributes,
-                std::filesystem::path& name) {
-    for (int attempt = 0;; ++attempt) {
-        std::filesystem::path candidate = folder / NewFiles::Name(::GetCurrentProcessId(), attempt);
-        auto* const file = ::CreateFileW(candidate.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                         attributes, nullptr);
-        if (file != INVALID_HANDLE_VALUE) {
-            name.swap(candidate);
-            return HandleToLong(file);
-        }
-        const DWORD code = ::GetLastError();
-        if (code == ERROR_ACCESS_DENIED) {
-            return -1;
-        }
-        if (code != ERROR_FILE_EXISTS) {
-            Fail(code);
-        }
-    }
-}
-
-// Gives a new file the permissions of the old one, as far as the system lets us; what it cannot
-// have it keeps from its folder.
-void TakeOver(const std::filesystem::path& newFile, const std::filesystem::path& old) {
-    PACL list = nullptr;
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (::GetNamedSecurityInfoW(old.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                                nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS) {
-        return; // a file system that knows no permissions
-    }
-    SECURITY_DESCRIPTOR_CONTROL control{};
-    DWORD revision = 0;
-    ::GetSecurityDescriptorControl(descriptor, &control, &revision);
-    const SECURITY_INFORMATION inheritance = (control & SE_DACL_PROTECTED) != 0
-                                                 ? PROTECTED_DACL_SECURITY_INFORMATION
-                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
-    std::wstring name = newFile.native(); // taken as writable, left as it is
-    ::SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance,
-                            nullptr, nullptr, list, nullptr);
-    ::LocalFree(descriptor);
-}
-
-// One step on the disk, finished when this returns. Virus scanners and indexers hold a file for a
-// moment after each change: those are waited for, up to a second.
-void MoveOver(const std::filesystem::path& from, const std::filesystem::path& to) {
-    constexpr int mostTries = 20;
-    constexpr DWORD pause = 50; // milliseconds
-    for (int tries = 1; !::MoveFileExW(from.c_str(), to.c_str(),
-                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-         ++tries) {
-        const DWORD code = ::GetLastError();
-        if (tries == mostTries ||
-            (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED)) {
-            Fail(code);
-        }
-        ::Sleep(pause);
-    }
-}
-
 } // namespace
 
-bool IsMarkedHidden(const std::filesystem::path& path) {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0;
+RawFile::RawFile(const std::filesystem::path& path) : Handle(OpenRegularFile(path, GENERIC_READ)) {}
+
+RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
+    RawFile target;
+    target.Path = std::filesystem::absolute(path);
+    const DWORD attributes = ::GetFileAttributesW(path.c_str()); // of a link, not of its end
+    if (attributes == INVALID_FILE_ATTRIBUTES && ::GetLastError() == ERROR_FILE_NOT_FOUND) {
+        RequireNoDevice(path);
+        return target;
+    }
+    target.Handle = OpenRegularFile(path, GENERIC_WRITE);
+    if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+        target.Path = FinalPath(target.Handle);
+    }
+    return target;
 }
 
-RawFile::RawFile(const std::filesystem::path& path) {
-    RequireNoDevice(path);
-    Handle = OpenOrFail(path, GENERIC_READ);
-}
-
-RawFile::~RawFile() {
-    ::CloseHandle(File(Handle));
+std::optional<RawFile> RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
+    RawFile created;
+    created.Path = path;
+    constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
+    const DWORD attributes = like.IsOpen() ? ::GetFileAttributesW(like.Path.c_str()) & kept : 0;
+    auto* const file =
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+        created.Handle = HandleToLong(file);
+        return created;
+    }
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_FILE_EXISTS) {
+        return std::nullopt;
+    }
+    if (code != ERROR_ACCESS_DENIED) {
+        Fail(code);
+    }
+    return RawFile();
 }
 
 std::size_t RawFile::Read(std::span<char> buffer) {
@@ -168,50 +117,7 @@ std::uint64_t RawFile::Size() const {
     return static_cast<std::uint64_t>(size.QuadPart);
 }
 
-// Delegates to the empty object, so that the destructor clears up after a failure in here.
-FileReplacement::FileReplacement(const std::filesystem::path& target) : FileReplacement() {
-    RequireNoDevice(target);
-    Target = target;
-    const DWORD attributes = ::GetFileAttributesW(Target.c_str()); // of a link, not of its end
-    const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
-    constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
-    if (exists) {
-        Handle = Open(Target, GENERIC_WRITE | DELETE);
-        if (Handle == -1) {
-            Handle = OpenOrFail(Target, GENERIC_WRITE);
-            return; // in place
-        }
-        if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-            Target = FinalPath(Handle);
-        }
-    } else if (const DWORD code = ::GetLastError(); code != ERROR_FILE_NOT_FOUND) {
-        Fail(code);
-    }
-    const int newHandle =
-        MakeNewFile(Target.parent_path(), exists ? attributes & kept : 0, NewFile);
-    if (newHandle == -1) {
-        if (!exists) {
-            Fail(ERROR_ACCESS_DENIED);
-        }
-        return; // in place
-    }
-    const int oldHandle = std::exchange(Handle, newHandle);
-    if (exists) {
-        ::CloseHandle(File(oldHandle));
-        TakeOver(NewFile, Target);
-    }
-}
-
-FileReplacement::~FileReplacement() {
-    if (Handle != -1) {
-        ::CloseHandle(File(Handle));
-    }
-    if (!NewFile.empty()) {
-        ::DeleteFileW(NewFile.c_str());
-    }
-}
-
-void FileReplacement::Write(std::string_view bytes) {
+void RawFile::Write(std::string_view bytes) {
     constexpr std::size_t largest = std::size_t{1} << 30;
     while (!bytes.empty()) {
         DWORD count = 0;
@@ -224,17 +130,82 @@ void FileReplacement::Write(std::string_view bytes) {
     }
 }
 
-void FileReplacement::Commit() {
-    Require(::SetEndOfFile(File(Handle))); // what is left of a longer file written in place
+void RawFile::Truncate() {
+    Require(::SetEndOfFile(File(Handle)));
+}
+
+void RawFile::Sync() {
     Require(::FlushFileBuffers(File(Handle)));
-    Require(::CloseHandle(File(std::exchange(Handle, -1))));
-    if (!NewFile.empty()) {
-        MoveOver(NewFile, Target);
-        NewFile.clear();
-        NewFiles::Sweep(Target.parent_path());
+}
+
+void RawFile::Close() noexcept {
+    if (IsOpen()) {
+        ::CloseHandle(File(std::exchange(Handle, -1)));
     }
 }
 
-// No file ever stands in the place of a standard stream here: those are numbers of the runtime
-// library, which this file does not go by.
-void OpenStandardStreams() {}
+// Not if the player may write to the file but not delete it.
+bool RawFile::CanBeReplaced() const {
+    auto* const file =
+        ::CreateFileW(Path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return ::GetLastError() != ERROR_ACCESS_DENIED;
+    }
+    ::CloseHandle(file);
+    return true;
+}
+
+// What the system refuses keeps the permissions that the folder gave it.
+void RawFile::TakeOver(const RawFile& old) {
+    PACL list = nullptr;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    if (::GetNamedSecurityInfoW(old.Path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
+                                nullptr, nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS) {
+        return; // a file system without permissions
+    }
+    SECURITY_DESCRIPTOR_CONTROL control{};
+    DWORD revision = 0;
+    ::GetSecurityDescriptorControl(descriptor, &control, &revision);
+    const SECURITY_INFORMATION inheritance = (control & SE_DACL_PROTECTED) != 0
+                                                 ? PROTECTED_DACL_SECURITY_INFORMATION
+                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
+    std::wstring name = Path.native(); // which the call wants writable, but does not change
+    ::SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance,
+                            nullptr, nullptr, list, nullptr);
+    ::LocalFree(descriptor);
+}
+
+// Open files cannot be renamed or replaced, so both are closed first. Virus scanners and indexers
+// hold a file for a moment after each change: the move waits for them for up to a second.
+void RawFile::MoveOver(RawFile& old) {
+    constexpr int mostTries = 20;
+    constexpr DWORD pause = 50; // milliseconds
+    Close();
+    old.Close();
+    for (int tries = 1; !::MoveFileExW(Path.c_str(), old.Path.c_str(),
+                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+         ++tries) {
+        const DWORD code = ::GetLastError();
+        if (tries == mostTries ||
+            (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED)) {
+            Fail(code);
+        }
+        ::Sleep(pause);
+    }
+    Path.clear();
+}
+
+unsigned long ProcessNumber() {
+    return ::GetCurrentProcessId();
+}
+
+bool HasHiddenAttribute(const std::filesystem::path& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES &&
+           (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0;
+}
+
+// Nothing to do: the standard streams are numbers of the runtime library, which this file does not
+// use, and there are no signals.
+void PrepareProcess() {}

@@ -1,0 +1,91 @@
+#include "platform/FileReplacement.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string>
+#include <system_error>
+
+namespace {
+
+constexpr std::string_view Prefix = ".slaying-tallies-";
+
+// Creates a temporary file beside `old`. Not open if the folder forbids new files.
+RawFile CreateTemporary(const RawFile& old) {
+    const std::string name = std::string(Prefix) + std::to_string(ProcessNumber()) + '-';
+    for (int attempt = 0;; ++attempt) {
+        const auto path = old.Path.parent_path() / (name + std::to_string(attempt));
+        if (auto created = RawFile::Create(path, old)) {
+            return *std::move(created);
+        }
+    }
+}
+
+// Whether a file name has the form that CreateTemporary gives: prefix, digits, '-', digits.
+bool IsTemporary(const std::filesystem::path& name) {
+    const auto isDigit = [](auto c) { return c >= '0' && c <= '9'; };
+    const auto& text = name.native();
+    if (text.size() < Prefix.size() || !std::equal(Prefix.begin(), Prefix.end(), text.begin())) {
+        return false;
+    }
+    const auto process = text.begin() + Prefix.size();
+    const auto dash = std::find_if_not(process, text.end(), isDigit);
+    return dash != process && dash != text.end() && *dash == '-' && dash + 1 != text.end() &&
+           std::all_of(dash + 1, text.end(), isDigit);
+}
+
+// A younger file may still be written to, perhaps by another machine, where its process number
+// means nothing. What cannot be deleted stays.
+void SweepTemporaries(const std::filesystem::path& folder) {
+    const auto yesterday = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
+    std::error_code failed;
+    std::filesystem::directory_iterator entries(folder, failed);
+    for (; !failed && entries != std::filesystem::directory_iterator(); entries.increment(failed)) {
+        std::error_code unknown;
+        if (IsTemporary(entries->path().filename()) &&
+            is_regular_file(entries->symlink_status(unknown)) &&
+            entries->last_write_time(unknown) < yesterday && !unknown) {
+            std::filesystem::remove(entries->path(), unknown);
+        }
+    }
+}
+
+} // namespace
+
+// Delegates to the empty object, so that the destructor cleans up if this throws.
+FileReplacement::FileReplacement(const std::filesystem::path& target) : FileReplacement() {
+    Old = RawFile::OpenTarget(target);
+    if (Old.IsOpen() && !Old.CanBeReplaced()) {
+        return; // in place
+    }
+    New = CreateTemporary(Old);
+    if (!New.IsOpen() && !Old.IsOpen()) {
+        throw std::system_error(std::make_error_code(std::errc::permission_denied));
+    }
+    if (New.IsOpen() && Old.IsOpen()) {
+        New.TakeOver(Old);
+    }
+}
+
+FileReplacement::~FileReplacement() {
+    New.Close();
+    if (!New.Path.empty()) {
+        std::error_code ignored;
+        std::filesystem::remove(New.Path, ignored);
+    }
+}
+
+void FileReplacement::Write(std::string_view bytes) {
+    (New.IsOpen() ? New : Old).Write(bytes);
+}
+
+void FileReplacement::Commit() {
+    if (!New.IsOpen()) {
+        Old.Truncate();
+        Old.Sync();
+        return;
+    }
+    New.Sync();
+    New.MoveOver(Old);
+    New.Close();
+    SweepTemporaries(Old.Path.parent_path());
+}
