@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ledger/KillLedger.h"
+#include "platform/Desktop.h"
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"
 

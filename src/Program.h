@@ -1,12 +1,12 @@
 #pragma once
 
 #include "ledger/KillLedger.h"
+#include "platform/Desktop.h"
 #include "skin/FormRenderer.h"
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"
 
-// The whole program, but for the event loop: one ledger, its windows, the desktop they stand on.
-// Large: on the heap. Needs a QApplication.
+// The whole program but the event loop. Large: allocate it on the heap. Needs a QApplication.
 struct Program {
     Program();
 

@@ -121,8 +121,8 @@ TEST(DataFile, LoadsWhatIsThereOfACutFile) {
         try {
             EXPECT_TRUE(Main::ReadDataFile(*ledger, folder.Path / "cut.qvt"));
             EXPECT_EQ(expected.NewFields, FieldCount);
-        } catch (const Failure& failure) {
-            ASSERT_EQ(failure.Reason, Failure::Kind::EndOfFile) << cut;
+        } catch (const Failure&) {
+            EXPECT_LT(expected.NewFields, FieldCount) << cut;
         }
         ASSERT_EQ(Compare(*ledger), expected) << cut;
     }

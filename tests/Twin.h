@@ -58,7 +58,7 @@ struct Twin {
                    "In this location, we discovered something|"
                    "It looks like we'll have to make our own way there.");
 
-    static inline const Failure Fails{Failure::Kind::InvalidArgument, "the twin cannot go on"};
+    static inline const Failure Fails{"the twin cannot go on"};
 
     static bool Has(const string& text, const string& sought) {
         return text.find(sought) != string::npos;

@@ -2,6 +2,7 @@
 
 #include "datafile/FileCommands.h"
 #include "import/ImportCommands.h"
+#include "platform/Desktop.h"
 #include "ui/AboutWindow.h"
 #include "ui/ClipboardReport.h"
 #include "ui/ListEvents.h"
@@ -22,17 +23,6 @@ void AddColumns(ListView& list, const char* nameHeader) {
     list.Column(2).Align = Alignment::Right;
 }
 
-// The Enter key and every loss of focus commit what was typed.
-template <class Commit>
-void WireBox(TextBox& box, Commit commit) {
-    box.KeyPress = [commit](int character) {
-        if (character == KeyEnter) {
-            commit();
-        }
-    };
-    box.LostFocus = commit;
-}
-
 } // namespace
 
 void Form_Load(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
@@ -46,51 +36,63 @@ void Form_Load(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
 
 void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
                 const Desktop& desktop) {
-    // A failure that leaves a routine ends here; status and pointer are put back.
-    const auto trapped = [&window](auto routine) {
-        return [&window, routine](auto... arguments) {
+    // An exception ends its command here, without a message.
+    const auto trap = [&window](auto& event, auto work) {
+        event = [&window, work](auto... arguments) {
             try {
-                routine(arguments...);
+                work(arguments...);
             } catch (const std::exception&) {
                 ClearStatus(window);
             }
         };
     };
+    const auto wire = [&](auto& event, auto routine) {
+        trap(event, [&ledger, &window, &desktop, routine](auto... arguments) {
+            routine(ledger, window, desktop, arguments...);
+        });
+    };
+    // The Enter key and any loss of the focus commit a number.
+    const auto wireBox = [&trap](TextBox& box, auto commit) {
+        trap(box.LostFocus, commit);
+        trap(box.KeyPress, [commit](int character) {
+            if (character == KeyEnter) {
+                commit();
+            }
+        });
+    };
 
     window.Window.Load = [&] { Form_Load(ledger, window, about, desktop); };
 
-    window.mnuFileNew.Click = trapped([&] { mnuFileNew_Click(ledger, window, desktop); });
-    window.mnuFileImport.Click = trapped([&] { mnuFileImport_Click(ledger, window, desktop); });
-    window.mnuFileBatch.Click = trapped([&] { mnuFileBatch_Click(ledger, window, desktop); });
-    window.mnuFileOpen.Click = trapped([&] { mnuFileOpen_Click(ledger, window, desktop); });
-    window.mnuFileSave.Click = trapped([&] { mnuFileSave_Click(ledger, window, desktop); });
-    window.mnuFileSaveAs.Click = trapped([&] { mnuFileSaveAs_Click(ledger, window, desktop); });
-    window.mnuFileExit.Click = trapped([&] { desktop.CloseAllWindows(); });
-    window.mnuHelpAbout.Click = trapped([&] { about.Window.Show(); });
+    wire(window.mnuFileNew.Click, mnuFileNew_Click);
+    wire(window.mnuFileImport.Click, mnuFileImport_Click);
+    wire(window.mnuFileBatch.Click, mnuFileBatch_Click);
+    wire(window.mnuFileOpen.Click, mnuFileOpen_Click);
+    wire(window.mnuFileSave.Click, mnuFileSave_Click);
+    wire(window.mnuFileSaveAs.Click, mnuFileSaveAs_Click);
+    trap(window.mnuFileExit.Click, [&] { desktop.CloseAllWindows(); });
+    trap(window.mnuHelpAbout.Click, [&] { about.Window.Show(); });
 
-    window.cmdClipboard.Click = trapped([&] { SendStatsToClipboard(ledger, window, desktop); });
+    wireBox(window.txtGame, [&] { CommitNumber(ledger.GameNumber, window.txtGame); });
+    wireBox(window.txtParty, [&] { CommitNumber(ledger.PartyNumber, window.txtParty); });
+    wireBox(window.txtTurnStart, [&] { CommitTurn(window.txtTurnStart); });
+    wireBox(window.txtTurnEnd, [&] { CommitTurn(window.txtTurnEnd); });
 
-    window.lstCharacters.Click = trapped([&] { lstCharacters_Click(ledger, window, desktop); });
-    window.lstCharacters.ColumnClick =
-        trapped([&](int column) { lstCharacters_ColumnClick(window, desktop, column); });
-    window.lstCharacters.KeyUp = trapped(
-        [&](int keyCode, int /*shift*/) { lstCharacters_KeyUp(ledger, window, desktop, keyCode); });
-    window.lstMonsters.KeyUp = trapped(
-        [&](int keyCode, int /*shift*/) { lstMonsters_KeyUp(ledger, window, desktop, keyCode); });
+    wire(window.lstCharacters.Click, lstCharacters_Click);
+    trap(window.lstCharacters.ColumnClick,
+         [&](int column) { lstCharacters_ColumnClick(window, desktop, column); });
+    wire(window.lstCharacters.KeyUp, lstCharacters_KeyUp);
+    wire(window.lstMonsters.KeyUp, lstMonsters_KeyUp);
+    wire(window.cmdClipboard.Click, SendStatsToClipboard);
 
-    WireBox(window.txtGame, trapped([&] { CommitNumber(ledger.GameNumber, window.txtGame); }));
-    WireBox(window.txtParty, trapped([&] { CommitNumber(ledger.PartyNumber, window.txtParty); }));
-    WireBox(window.txtTurnStart, trapped([&] { CommitTurn(window.txtTurnStart); }));
-    WireBox(window.txtTurnEnd, trapped([&] { CommitTurn(window.txtTurnEnd); }));
-
-    about.Window.Load = trapped([&] { frmAbout_Load(ledger, about, desktop); });
-    about.Window.Unloading = trapped([&] { frmAbout_Unload(window); });
-    const auto close = [&] { about.Window.Unload(); };
+    trap(about.Window.Load, [&] { frmAbout_Load(ledger, about, desktop); });
+    trap(about.Window.Unloading, [&] { frmAbout_Unload(window); });
+    const auto close = [&about] { about.Window.Unload(); };
     about.Frame1.Click = close;
     about.Picture1.Click = close;
-    for (Label* const label : {&about.Label1, &about.Label2, &about.Label3, &about.Label4}) {
-        label->Click = close;
-    }
+    about.Label1.Click = close;
+    about.Label2.Click = close;
+    about.Label3.Click = close;
+    about.Label4.Click = close;
 }
 
 } // namespace Main

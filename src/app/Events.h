@@ -6,12 +6,12 @@
 
 namespace Main {
 
-// Start-up of the main window: the flags of the ledger, the about window, the columns of the
-// lists.
+// Sets the ledger's ApplicationPath, shows the about window and adds the columns of the lists.
 void Form_Load(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
                const Desktop& desktop);
 
-// Wires each control of the two windows to its routine. All four must outlive the wiring.
+// Connects the controls of both windows to their routines. The windows keep references to all four
+// arguments.
 void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
                 const Desktop& desktop);
 

@@ -17,7 +17,7 @@ using std::string_view;
 constexpr string_view FormatMark = "Ver: 6";
 constexpr string_view AnyFormatMark = "Ver:";
 
-// Puts fields into a buffer, and the buffer into the file whenever it has filled up.
+// Collects fields in a buffer and writes it to the file when it is full.
 class FieldWriter {
 public:
     explicit FieldWriter(FileReplacement& file) : File(file), Buffer(Capacity) {}
@@ -27,15 +27,15 @@ public:
         Put("\"");
         if (text.size() > Capacity - LongestFrame) {
             Flush();
-            File.Write(text); // a text of that size needs no buffer
+            File.Write(text);
         } else {
             Put(text);
         }
         Put("\"\r\n");
     }
 
-    // Writes `count` numbers, value(1) to value(count). A whole row of the kill table goes out in
-    // one such call, since the place in the buffer can stay in a register only for its length.
+    // Writes `count` numbers, value(1) to value(count). One call for a whole row of kills is
+    // faster: the position in the buffer stays in a register.
     template <class Value>
     void Numbers(int count, Value value) {
         Reserve(static_cast<std::size_t>(count) * LongestNumberLine);
@@ -55,13 +55,13 @@ private:
     static constexpr std::size_t Capacity = std::size_t{256} << 10;
     static constexpr std::size_t LongestFrame = 4; // two quotes and the line end
     static constexpr std::size_t LongestNumberLine = 16;
-    static_assert(MaxMonsters * LongestNumberLine <= Capacity, "a row of kills fits the buffer");
+    static_assert(MaxMonsters * LongestNumberLine <= Capacity, "the buffer holds a row of kills");
 
     static char* PutNumber(char* next, std::int32_t value) {
         const auto positive = static_cast<std::uint32_t>(value);
-        if (positive == 0) { // nearly all of them: the next place is known ahead of the value
+        if (positive == 0) { // nearly all numbers; a branch costs less than waiting for the digits
             *next++ = '0';
-        } else if (positive <= 99) { // one or two digits, without a branch for either
+        } else if (positive <= 99) { // one or two digits, without a branch
             *next = static_cast<char>('0' + positive / 10);
             next += positive > 9 ? 1 : 0;
             *next++ = static_cast<char>('0' + positive % 10);
@@ -88,8 +88,8 @@ private:
     std::size_t Filled = 0;
 };
 
-// All fields behind the format mark, in the order of the file. Both directions go by this one
-// list: `number` and `text` are called with each slot in turn, `kills` with each character.
+// Visits all fields after the format mark, in the order of the file, for saves and loads alike.
+// `number` and `text` are called with each field, `kills` with each character slot.
 template <class Ledger, class OnNumber, class OnText, class OnKills>
 void VisitFields(Ledger& ledger, OnNumber number, OnText text, OnKills kills) {
     number(ledger.GameNumber);
@@ -99,7 +99,7 @@ void VisitFields(Ledger& ledger, OnNumber number, OnText text, OnKills kills) {
         number(ledger.CharacterKills[c]);
         kills(c);
     }
-    static_assert(MaxTurns == MaxMonsters, "the tail rows join the two tables");
+    static_assert(MaxTurns == MaxMonsters, "a row holds one slot of either table");
     for (int i = 1; i <= MaxTurns; ++i) {
         number(ledger.TurnFileLengths[i]);
         text(ledger.TurnHashes[i]);
@@ -124,7 +124,7 @@ void WriteDataFile(const KillLedger& ledger, const std::filesystem::path& path) 
 bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path) {
     FieldReader fields(path);
     if (!fields.CanBegin(AnyFormatMark)) {
-        return false; // whatever its length
+        return false; // without reading all of a first field of any length
     }
     const string_view mark = fields.ReadText();
     if (mark.size() <= AnyFormatMark.size() || !::Text::Begins(mark, AnyFormatMark)) {

@@ -4,19 +4,17 @@
 
 #include <filesystem>
 
-// The ledger as a file: one field to a line, every slot from 1 up at a line of its own, CR LF
-// throughout. docs/data-file.md has the format.
+// The ledger as a file. docs/data-file.md has the format.
 namespace Main {
 
-// Writes the whole ledger. Until the new content is complete and on the disk, an old file of that
-// name stays as it was. Fails (std::system_error) when it cannot be written.
+// Writes the whole ledger. An old file stays as it was until the new one is complete and on the
+// disk. Throws std::system_error if it cannot be written.
 void WriteDataFile(const KillLedger& ledger, const std::filesystem::path& path);
 
-// Reads the fields of a file into the ledger, each as it comes, over the old value of its slot.
-// False when the first field is no format mark; nothing has changed then.
-// Fails with Failure EndOfFile when the file ends early, Overflow on a number that does not fit
-// its field or a field too long, with std::system_error when the file cannot be read; the
-// fields in front of that have their new values.
+// Reads all fields of a file into the ledger. Returns false, with nothing changed, if the first one
+// is not a format mark. Throws Failure if the file ends early, a number does not fit its field or a
+// field is too long, and std::system_error if the file cannot be read; the fields before that have
+// their new values then.
 bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path);
 
 } // namespace Main

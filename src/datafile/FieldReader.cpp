@@ -10,13 +10,13 @@ constexpr std::size_t LongestNumber = std::size_t{64} << 10; // bytes
 
 void RequireLength(std::size_t length, std::size_t limit) {
     if (length > limit) {
-        throw Failure(Failure::Kind::Overflow, "a field too long");
+        throw Failure("a field is too long");
     }
 }
 
 } // namespace
 
-// Whether the file has a byte at this offset from Window.Begin; reads on until it is known.
+// Whether the file has a byte at this offset from Window.Begin. Reads as far as needed.
 bool FieldReader::Has(std::size_t offset) {
     while (static_cast<std::size_t>(Window.End - Window.Begin) <= offset) {
         if (!Window.Fill()) {
@@ -26,7 +26,8 @@ bool FieldReader::Has(std::size_t offset) {
     return true;
 }
 
-// Gives out the bytes from `first` to `end` and goes on at `next`, past a comma or line end there.
+// Returns the bytes from `first` to `end` and continues at `next`, after the comma or line end
+// there.
 std::string_view FieldReader::Take(std::size_t first, std::size_t end, std::size_t next) {
     if (Has(next)) {
         const bool pair =
@@ -85,7 +86,7 @@ FieldReader::Field FieldReader::ReadBare(std::size_t limit) {
 
 FieldReader::Field FieldReader::ReadField(std::size_t limit) {
     if (!Has(0)) {
-        throw Failure(Failure::Kind::EndOfFile, "no field behind the last one");
+        throw Failure("no field after the last one");
     }
     return *Window.Begin == '"' ? ReadQuoted(limit) : ReadBare(limit);
 }
@@ -103,12 +104,12 @@ bool FieldReader::CanBegin(std::string_view start) {
 std::string_view FieldReader::ReadText() {
     const Field field = ReadField(ByteWindow::LongestPiece);
     if (!field.Complete) {
-        throw Failure(Failure::Kind::EndOfFile, "a text without its closing quote");
+        throw Failure("a text without its closing quote");
     }
     return field.Text;
 }
 
-// Takes a number of up to nine digits with CR LF behind it, if one stands whole in the window.
+// Reads a number of up to nine digits and CR LF, if the window holds all of it.
 bool FieldReader::TakeDigits(std::uint32_t& value) {
     constexpr std::ptrdiff_t mostDigits = 9;
     if (Window.End - Window.Begin < mostDigits + 2) {

@@ -8,29 +8,29 @@
 #include <limits>
 #include <string_view>
 
-// Reads a data file field by field. A field that begins with a double quote ends at the next
-// quote that can close it; any other ends at a comma, at CR, CR LF or LF, or at the end of the
-// file. A quote can close its field when a line end or the end of the file follows, or a comma
-// and behind it a quote, a digit or a minus; so a name may hold quotes, commas and line ends.
+// Reads a data file field by field. A field ends at a comma, CR, CR LF, LF or the end of the file.
+// One that begins with a double quote ends at the next quote that is followed by a line end, the
+// end of the file, or a comma and then a quote, digit or minus. So names may hold quotes, commas
+// and line ends.
 class FieldReader {
 public:
-    // Fails as ByteWindow does.
+    // Throws as ByteWindow does.
     explicit FieldReader(const std::filesystem::path& path) : Window(path) {}
 
-    // Whether the next field, quoted or not, begins with `start`, or is cut off by the end of the
-    // file before that can be told.
+    // Whether the next field, quoted or not, begins with `start`. True too if the file ends before
+    // they differ.
     bool CanBegin(std::string_view start);
 
-    // The next field as text; it stays valid until the next call. Fails (EndOfFile) when there
-    // is none or the file ends before its closing quote, (Overflow) on one over 256 MiB.
+    // Returns the next field as text, valid until the next call. Throws Failure if there is none,
+    // if the file ends before its closing quote, or if it is longer than ByteWindow::LongestPiece.
     std::string_view ReadText();
 
-    // The next field as number, quoted or not, rounded into the field type Whole. What the end of
-    // the file cuts off is read as far as it stands. Fails (EndOfFile) when there is no field,
-    // (Overflow) on a number that does not fit and on a field over 64 KiB.
+    // Returns the next field, quoted or not, as a number rounded to a whole one. A number cut off
+    // by the end of the file is what is left of it. Throws Failure if there is no field, if the
+    // number does not fit `Whole`, or if the field is longer than 64 KiB.
     template <class Whole>
     Whole ReadNumber() {
-        // Nearly every field of a file is a few digits and a line end.
+        // The fast way for a few digits and a line end, as in nearly all fields.
         std::uint32_t digits = 0;
         const bool plain = TakeDigits(digits);
         if (plain && digits <= std::uint32_t{std::numeric_limits<Whole>::max()}) {
@@ -42,7 +42,7 @@ public:
 private:
     struct Field {
         std::string_view Text;
-        bool Complete; // not cut off in front of its closing quote
+        bool Complete; // has its closing quote, if it needs one
     };
 
     bool TakeDigits(std::uint32_t& value);

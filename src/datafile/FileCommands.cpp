@@ -2,13 +2,13 @@
 
 #include "datafile/DataFile.h"
 #include "fingerprint/TurnLedger.h"
+#include "platform/Desktop.h"
 #include "platform/Files.h"
 #include "text/Numbers.h"
 #include "ui/ListViews.h"
 #include "ui/StatusRule.h"
 
 #include <exception>
-#include <string>
 
 namespace Main {
 namespace {
@@ -25,48 +25,39 @@ void ShowNumbers(const KillLedger& ledger, Slaying_Tallies& window) {
 }
 
 void SaveData(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
-    try {
-        if (ledger.SaveAsRequested == 1) {
-            CommonDialog& dialog = window.cmdSaveMap;
-            dialog.DialogTitle = "Save Data File As...";
-            dialog.Filter = DataFileFilter;
-            dialog.FileName.clear();
-            if (!desktop.ShowSave(dialog) || !Files::HoldsSeparator(dialog.FileName)) {
-                return;
-            }
-            if (FileExists(dialog.FileName) &&
-                !IsSure(desktop, "Are you sure you wish to over-write this file?",
-                        Icon::Question)) {
-                return;
-            }
-            ledger.DataFilePath = dialog.FileName;
+    if (ledger.SaveAsRequested == 1) {
+        CommonDialog& dialog = window.cmdSaveMap;
+        dialog.DialogTitle = "Save Data File As...";
+        dialog.Filter = DataFileFilter;
+        dialog.FileName.clear();
+        if (!desktop.ShowSave(dialog) || !Files::HoldsSeparator(dialog.FileName)) {
+            return;
         }
-        ledger.DataChanged = 0;
-        ShowStatus(window, "Please wait, saving data...");
-        WriteDataFile(ledger, ledger.DataFilePath);
-    } catch (const std::exception&) {
-        // Ends without a word: the old file is whole, the ledger as it was.
+        if (FileExists(dialog.FileName) &&
+            !IsSure(desktop, "Are you sure you wish to over-write this file?", Icon::Question)) {
+            return;
+        }
+        ledger.DataFilePath = dialog.FileName;
     }
+    ledger.DataChanged = 0;
+    ShowStatus(window, "Please wait, saving data...");
+    WriteDataFile(ledger, ledger.DataFilePath);
     ClearStatus(window);
 }
 
 void LoadData(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
-    try {
-        CommonDialog& dialog = window.cmdLoadMap;
-        dialog.DialogTitle = "Load Data File...";
-        dialog.Filter = DataFileFilter;
-        if (!desktop.ShowOpen(dialog) || !Files::HoldsSeparator(dialog.FileName)) {
-            return;
-        }
-        ledger.DataChanged = 0;
-        ShowStatus(window, "Please wait, loading data...");
-        ledger.DataFilePath = dialog.FileName;
-        if (!ReadDataFile(ledger, ledger.DataFilePath)) {
-            desktop.ShowMessage({"Sorry, this data file is from early beta versions, and is no "
-                                 "longer supported."});
-        }
-    } catch (const std::exception&) {
-        // Ends without a word: what was read by then stays.
+    CommonDialog& dialog = window.cmdLoadMap;
+    dialog.DialogTitle = "Load Data File...";
+    dialog.Filter = DataFileFilter;
+    if (!desktop.ShowOpen(dialog) || !Files::HoldsSeparator(dialog.FileName)) {
+        return;
+    }
+    ledger.DataChanged = 0;
+    ShowStatus(window, "Please wait, loading data...");
+    ledger.DataFilePath = dialog.FileName;
+    if (!ReadDataFile(ledger, ledger.DataFilePath)) {
+        desktop.ShowMessage({"Sorry, this data file is from early beta versions, and is no longer "
+                             "supported."});
     }
     ClearStatus(window);
 }
@@ -91,7 +82,11 @@ void mnuFileOpen_Click(KillLedger& ledger, Slaying_Tallies& window, const Deskto
         ledger.DataChanged = 0;
     }
     if (ledger.DataChanged == 0) {
-        LoadData(ledger, window, desktop);
+        try {
+            LoadData(ledger, window, desktop);
+        } catch (const std::exception&) {
+            ClearStatus(window); // and show what was loaded
+        }
         ShowNumbers(ledger, window);
         FillCharacterList(ledger, window, desktop);
     }

@@ -3,21 +3,22 @@
 #include "ledger/KillLedger.h"
 #include "ui/Slaying_Tallies.h"
 
-// The entries of the File menu that blank, open and save the data. A failed load or save ends
-// without a message.
+// The entries of the File menu that blank, open and save the data.
 namespace Main {
 
-// Blanks all data, if the player is sure. The open file stays the target of a plain save.
+// Blanks all data if the player answers Yes. DataFilePath stays, so a plain save overwrites that
+// file with the blank ledger.
 void mnuFileNew_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Loads a file that the player chooses; asks first when imported work was not saved. Boxes and
-// lists then show the ledger, however the load ended.
+// Loads a file chosen by the player; asks first if imports are not saved. Then updates boxes and
+// lists, even after a failed or cancelled load.
 void mnuFileOpen_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Saves to the open file without a question, or like mnuFileSaveAs_Click when there is none.
+// Saves to DataFilePath without a question, or like mnuFileSaveAs_Click if that is not set. Throws
+// if the save fails.
 void mnuFileSave_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Saves to a file that the player chooses; asks first when it is there.
+// Saves to a file chosen by the player; asks before it overwrites one. Throws if the save fails.
 void mnuFileSaveAs_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
 } // namespace Main

@@ -18,10 +18,7 @@ bool FileExists(const std::filesystem::path& path) {
 int FindTurnRecord(const KillLedger& ledger, std::int32_t fileLength,
                    std::string_view fingerprint) {
     int found = 0;
-    // Unrolled, or where the short loop falls in the program would decide over half its speed.
-#pragma GCC unroll 8
     for (int i = 1; i <= MaxTurns; ++i) {
-        // The length first: it is the cheaper test, and nearly always tells.
         if (ledger.TurnFileLengths[i] == fileLength && ledger.TurnHashes[i] == fingerprint) {
             found = i;
         }

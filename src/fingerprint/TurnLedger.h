@@ -8,12 +8,11 @@
 
 namespace Main {
 
-// Whether the file can be opened for reading at this moment. Never fails; says no to what is not
-// a plain file, without waiting for it.
+// Whether `path` is a regular file that can be opened for reading now. Never throws or blocks.
 bool FileExists(const std::filesystem::path& path);
 
-// The slot of the imported turns that holds this size and fingerprint text, 0 when none does.
-// The highest slot wins.
+// Returns the highest slot of the imported turns with this length in bytes and this fingerprint, or
+// 0 if there is none.
 int FindTurnRecord(const KillLedger& ledger, std::int32_t fileLength, std::string_view fingerprint);
 
 } // namespace Main

@@ -8,10 +8,9 @@
 
 namespace modHashing {
 
-// The fingerprint text of a file: the MD5 digest of its leading `byteLimit` bytes, 3 MiB at most.
-// "" for a file that cannot be opened; "-1" when reading it fails, behind a box with the
-// system's own words and the failure's number as title. Never fails. Opens the file under a
-// handle of its own.
+// Returns the fingerprint of a file: the MD5 digest of its first `byteLimit` bytes, at most 3 MiB.
+// Returns "" if the file cannot be opened. If it cannot be read, shows the system's description of
+// the error, with its number as the title, and returns "-1". Never throws.
 std::string HashFile(const Desktop& desktop, const std::filesystem::path& path,
                      std::int32_t byteLimit);
 

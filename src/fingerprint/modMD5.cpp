@@ -8,15 +8,15 @@
 namespace modMD5 {
 namespace {
 
-using Word = std::uint32_t; // wraps by itself, as RFC 1321 wants all sums to
+using Word = std::uint32_t; // sums wrap at 32 bits, as in RFC 1321
 
 struct Digest {
-    Word DigestByteCount = 0; // bytes taken in, the pad included
+    Word DigestByteCount = 0; // with padding
     std::array<Word, 4> DigestState = {0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
-    std::array<char, 64> DigestBuffer; // the first DigestByteCount modulo 64 bytes are live
+    std::array<char, 64> DigestBuffer; // holds DigestByteCount modulo 64 bytes
 };
 
-// The block words, lowest byte first.
+// The words of a block, lowest byte first.
 std::array<Word, 16> DecodeBlock(const char* block) {
     std::array<Word, 16> words;
     std::memcpy(words.data(), block, sizeof words);
@@ -24,26 +24,25 @@ std::array<Word, 16> DecodeBlock(const char* block) {
     return words;
 }
 
-// The steps of the four rounds: a becomes b + ((a + round function + x + t) rotated left by s).
-void Step(Word& a, Word b, Word function, Word x, int s, Word t) {
+// One step: a becomes b + ((a + round function + x + t) rotated left by s).
+void DigestStep(Word& a, Word b, Word function, Word x, int s, Word t) {
     a = b + std::rotl(a + function + x + t, s);
 }
 void FF(Word& a, Word b, Word c, Word d, Word x, int s, Word t) {
-    Step(a, b, (b & c) | (~b & d), x, s, t);
+    DigestStep(a, b, (b & c) | (~b & d), x, s, t);
 }
-// The two halves of this function never share a bit, so that a sum serves for the "or": it lets
-// the processor add either half as soon as it is ready.
+// The two halves never have a bit in common, so + is the same as |, and faster: the processor can
+// add either half as soon as it is ready.
 void GG(Word& a, Word b, Word c, Word d, Word x, int s, Word t) {
-    Step(a, b, (b & d) + (c & ~d), x, s, t);
+    DigestStep(a, b, (b & d) + (c & ~d), x, s, t);
 }
 void HH(Word& a, Word b, Word c, Word d, Word x, int s, Word t) {
-    Step(a, b, b ^ c ^ d, x, s, t);
+    DigestStep(a, b, b ^ c ^ d, x, s, t);
 }
 void II(Word& a, Word b, Word c, Word d, Word x, int s, Word t) {
-    Step(a, b, c ^ (b | ~d), x, s, t);
+    DigestStep(a, b, c ^ (b | ~d), x, s, t);
 }
 
-// Runs the 64 steps over one block of 64 bytes and adds the result to the state.
 void DigestBlock(Digest& digest, const char* block) {
     const std::array<Word, 16> x = DecodeBlock(block);
     auto [a, b, c, d] = digest.DigestState;
@@ -122,8 +121,7 @@ void DigestBlock(Digest& digest, const char* block) {
     digest.DigestState[3] += d;
 }
 
-// Takes in more of the message. Whole blocks are run where they stand; only what does not fill
-// one waits in the buffer.
+// Digests more of the message. Whole blocks are not copied; the buffer keeps an incomplete one.
 void DigestUpdate(Digest& digest, std::string_view bytes) {
     const std::size_t live = digest.DigestByteCount % 64;
     const std::size_t room = 64 - live;
@@ -144,7 +142,7 @@ void DigestUpdate(Digest& digest, std::string_view bytes) {
     bytes.copy(digest.DigestBuffer.data(), bytes.size());
 }
 
-// Adds the pad and the length.
+// Digests the padding and the length.
 void DigestFinish(Digest& digest) {
     const Word bitCount = digest.DigestByteCount * 8;
     const std::size_t live = digest.DigestByteCount % 64;
@@ -155,7 +153,7 @@ void DigestFinish(Digest& digest) {
     DigestUpdate(digest, {length.data(), length.size()});
 }
 
-// The bytes of the state, each word from its lowest byte on, as two digits each.
+// The state as hexadecimal digits, the lowest byte of each word first.
 std::string DigestToText(const Digest& digest) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string text;

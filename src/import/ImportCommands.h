@@ -3,15 +3,15 @@
 #include "ledger/KillLedger.h"
 #include "ui/Slaying_Tallies.h"
 
-// The two import entries of the File menu. Each ends without a message, whatever came of it; a
-// failure leaves the lists as they were.
+// The import entries of the File menu. Both throw what the dialog or ProcessTurn throws, and then
+// do not refill the lists.
 namespace Main {
 
-// Imports the one report that the player chooses.
+// Imports one report, chosen by the player.
 void mnuFileImport_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Imports all reports of a folder, which the player chooses by any file in it. A failure of one
-// report ends the batch.
+// Imports all reports of a folder. The player chooses it by picking any file in it. A failure in
+// one report ends the batch.
 void mnuFileBatch_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
 } // namespace Main

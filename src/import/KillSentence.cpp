@@ -1,6 +1,7 @@
 #include "import/KillSentence.h"
 
 #include "ledger/MonsterNames.h"
+#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -11,45 +12,44 @@ using std::string_view;
 
 constexpr string_view Comma = ", ";
 constexpr string_view And = " and ";
-constexpr int MaxClauses = 25; // pass without a message
+constexpr int MaxClauses = 25; // without a message
 
 struct Clause {
     double KillCount;
     string_view MonsterText;
 };
 
-// The last clause: a count and a name, or one word, whose kills count against the default
-// target.
-Clause LastClause(string_view clauseText, bool crowdFlag) {
-    const std::size_t blank = Text::Position(clauseText, " ");
+// The last clause: a count and a name, or one word, which is the count of a default target.
+Clause LastClause(string_view ClauseText, bool CrowdFlag) {
+    const std::size_t blank = Text::Position(ClauseText, " ");
     if (blank == 0) {
-        return {Numbers::Read(clauseText), crowdFlag ? "PC Arena" : "PC"};
+        return {Numbers::Read(ClauseText), CrowdFlag ? "PC Arena" : "PC"};
     }
-    return {Numbers::Read(Text::Before(clauseText, blank)), Text::From(clauseText, blank)};
+    return {Numbers::Read(Text::Before(ClauseText, blank)), Text::From(ClauseText, blank)};
 }
 
-// Cuts the first of several clauses off the front of `clauseText`.
-Clause TakeClause(string_view& clauseText) {
-    const std::size_t blank = Text::Position(clauseText, " ");
-    Clause clause{Numbers::Read(Text::Before(clauseText, blank)), {}};
-    clauseText = Text::From(clauseText, blank);
+// Takes the first of several clauses out of `ClauseText`.
+Clause TakeClause(string_view& ClauseText) {
+    const std::size_t blank = Text::Position(ClauseText, " ");
+    Clause clause{Numbers::Read(Text::Before(ClauseText, blank)), {}};
+    ClauseText = Text::From(ClauseText, blank);
 
-    if (const std::size_t comma = Text::Position(clauseText, Comma); comma != 0) {
-        clause.MonsterText = Text::Before(clauseText, comma);
-        clauseText = Text::From(clauseText, comma + Comma.size());
+    if (const std::size_t comma = Text::Position(ClauseText, Comma); comma != 0) {
+        clause.MonsterText = Text::Before(ClauseText, comma);
+        ClauseText = Text::From(ClauseText, comma + Comma.size());
         return clause;
     }
-    const std::size_t conjunction = Text::Position(clauseText, And);
+    const std::size_t conjunction = Text::Position(ClauseText, And);
     if (conjunction == 0) {
-        throw Failure(Failure::Kind::InvalidArgument, "a clause without a separator to cut at");
+        throw Failure("a clause without a separator");
     }
-    clause.MonsterText = Text::Trim(Text::Before(clauseText, conjunction));
+    clause.MonsterText = Text::Trim(Text::Before(ClauseText, conjunction));
     const std::size_t digit = FirstDigitPosition(clause.MonsterText);
     if (digit == 0) {
-        clauseText = Text::From(clauseText, conjunction + And.size());
-    } else { // the name has run into the next clause, which starts at that digit
+        ClauseText = Text::From(ClauseText, conjunction + And.size());
+    } else { // the name runs into the next clause, which starts at that digit
         clause.MonsterText = Text::Before(clause.MonsterText, digit);
-        clauseText = Text::From(clauseText, digit + 1);
+        ClauseText = Text::From(ClauseText, digit + 1);
     }
     return clause;
 }
@@ -57,28 +57,28 @@ Clause TakeClause(string_view& clauseText) {
 } // namespace
 
 void ParseKillSentence(KillLedger& ledger, const Desktop& desktop, string_view sentence,
-                       std::size_t killPosition, std::size_t colonPosition, bool crowdFlag,
-                       double turnNumber) {
-    const int characterSlot =
-        FindCharacter(ledger, desktop, Text::Trim(Text::Before(sentence, colonPosition)));
-    // Behind "killing" and the one character after it, whatever that is.
-    string_view clauseText = Text::Trim(Text::From(sentence, killPosition + 8));
+                       std::size_t KillPosition, std::size_t ColonPosition, bool CrowdFlag,
+                       double TurnNumber) {
+    const int CharacterSlot =
+        FindCharacter(ledger, desktop, Text::Trim(Text::Before(sentence, ColonPosition)));
+    // The clauses start after "killing" and one more character, whatever that is.
+    string_view ClauseText = Text::Trim(Text::From(sentence, KillPosition + 8));
 
-    bool clauseDone = false;
-    for (int ClauseCount = 1; !clauseDone; ++ClauseCount) {
+    bool ClauseDone = false;
+    for (int ClauseCount = 1; !ClauseDone; ++ClauseCount) {
         Clause clause{};
-        if (Text::Contains(clauseText, And) || Text::Contains(clauseText, Comma)) {
-            clause = TakeClause(clauseText);
+        if (Text::Contains(ClauseText, And) || Text::Contains(ClauseText, Comma)) {
+            clause = TakeClause(ClauseText);
         } else {
-            clauseDone = true;
-            clause = LastClause(clauseText, crowdFlag);
+            ClauseDone = true;
+            clause = LastClause(ClauseText, CrowdFlag);
         }
-        const int monsterSlot = ResolveMonster(ledger, desktop, Text::Trim(clause.MonsterText));
-        CreditKills(ledger, characterSlot, monsterSlot, clause.KillCount);
+        const int MonsterSlot = ResolveMonster(ledger, desktop, Text::Trim(clause.MonsterText));
+        CreditKills(ledger, CharacterSlot, MonsterSlot, clause.KillCount);
         if (ClauseCount > MaxClauses) {
             desktop.ShowMessage({"There seems to have been an error in the processing of turn #" +
-                                 Numbers::PlainDigits(turnNumber)});
-            clauseDone = true;
+                                 Numbers::PlainDigits(TurnNumber)});
+            ClauseDone = true;
         }
     }
 }

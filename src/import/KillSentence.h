@@ -7,16 +7,17 @@
 
 namespace Main {
 
-// Credits the clauses of one kill sentence. `killPosition` and `colonPosition` are those of its
-// first "killing" and first ":", from 1 on; `turnNumber` stands in the message of the limit of
-// 26 clauses. Fails (InvalidArgument) on a clause whose only separator went with its first word,
-// (Overflow) on a count beyond every range, and as ResolveMonster and CreditKills do; the clauses
-// in front of that stay credited.
+// Credits the clauses of one kill sentence, 26 at most; the 26th shows a message with `TurnNumber`.
+// `KillPosition` and `ColonPosition` are the positions, from 1, of the first "killing" and the
+// first
+// ":". Throws Failure if a clause's only separator ends its first word ("3, 2 Rats"), if a count is
+// beyond the range of a double, and as ResolveMonster and CreditKills do. Clauses credited before
+// stay credited.
 void ParseKillSentence(KillLedger& ledger, const Desktop& desktop, std::string_view sentence,
-                       std::size_t killPosition, std::size_t colonPosition, bool crowdFlag,
-                       double turnNumber);
+                       std::size_t KillPosition, std::size_t ColonPosition, bool CrowdFlag,
+                       double TurnNumber);
 
-// Position of the first digit, or 0. A text whose only digits are zeros counts as having none.
+// Returns the position of the first digit, or 0 if there is none or all digits are zeros.
 std::size_t FirstDigitPosition(std::string_view text);
 
 } // namespace Main

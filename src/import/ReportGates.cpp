@@ -2,20 +2,20 @@
 
 #include "fingerprint/TurnLedger.h"
 #include "fingerprint/modHashing.h"
+#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace Main {
 namespace {
 
-// A limit of the filter; a box that reads as 0 or less sets none.
 double Limit(const TextBox& box) {
     const double turn = Numbers::Read(box.Text.Get());
     return turn > 0 ? turn : 0;
 }
 
-// Takes `number` into a field that is not set and shows it; otherwise, whether the two agree.
-bool Accepts(std::int16_t& field, TextBox& box, double number) {
+// Stores and shows `number` if the field is not set. Otherwise returns whether the two are equal.
+bool SetOrMatches(std::int16_t& field, TextBox& box, double number) {
     if (field != 0) {
         return field == number;
     }
@@ -43,10 +43,10 @@ TurnFilter ReadTurnFilter(const Slaying_Tallies& window) {
 void PartyGate(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, std::string_view line) {
     const double party = Numbers::Read(Text::Field(line, 8, 4));
     const double game = Numbers::Read(Text::Field(line, 23, 2));
-    if (!Accepts(ledger.GameNumber, window.txtGame, game)) {
+    if (!SetOrMatches(ledger.GameNumber, window.txtGame, game)) {
         scan.ReportRefused = true;
     }
-    if (!scan.ReportRefused && !Accepts(ledger.PartyNumber, window.txtParty, party)) {
+    if (!scan.ReportRefused && !SetOrMatches(ledger.PartyNumber, window.txtParty, party)) {
         scan.ReportRefused = true;
     }
 }

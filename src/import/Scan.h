@@ -6,28 +6,27 @@
 #include <string>
 #include <string_view>
 
-// The turns that a scan accepts, both limits included; 0 is no limit.
+// The turns that a scan accepts, limits included; 0 is no limit.
 struct TurnFilter {
     double FirstTurn = 0;
     double LastTurn = 0;
 };
 
-// The working state of one scan of one report. Nothing of it outlives the scan.
+// The state of one scan of one report.
 struct Scan {
     Scan(const std::filesystem::path& report, TurnFilter filter)
-        : Report(report), Filter(filter), Reader(report) {}
+        : Report(report),
+          Filter(filter),
+          MainReader(report) {}
 
-    const std::filesystem::path& Report; // under which the file can be opened again
+    const std::filesystem::path& Report;
     const TurnFilter Filter;
+    LineReader MainReader;
 
-    // Every line comes through it. While a sentence is gathered, the line behind is looked at
-    // before it is taken.
-    LineReader Reader;
-
-    std::string_view CurrentLine; // until a sentence is gathered or the next line read
-    std::string Sentence;         // the kill sentence, as far as it is gathered
+    std::string_view CurrentLine; // valid until MainReader reads again
+    std::string Sentence;         // the kill sentence gathered so far
 
     double TurnNumber = 0;      // of the latest turn header
-    bool ReportRefused = false; // on: the rest of the report is read and ignored
-    bool CrowdFlag = false;     // on: a crowd line came and no approach line since
+    bool ReportRefused = false; // the rest of the report is read and ignored
+    bool CrowdFlag = false;     // there was a crowd line, and no approach line since
 };

@@ -2,6 +2,7 @@
 
 #include "import/KillSentence.h"
 #include "import/ReportGates.h"
+#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 
@@ -13,8 +14,8 @@ namespace {
 
 using std::string_view;
 
-// A line is searched for the two openings of all phrases instead of for fourteen phrases; they
-// begin with capitals that are rare in prose.
+// Every approach phrase begins with one of these. Searching for two words that are rare in prose is
+// faster than searching for fourteen phrases.
 constexpr std::array<string_view, 2> ApproachOpenings = {"As ", "When "};
 constexpr std::array<string_view, 14> ApproachPhrases = {
     "As they got nearer",    "As we got nearer",   "As they got closer",    "As we got closer",
@@ -33,7 +34,7 @@ constexpr std::array<string_view, 7> StopPhrases = {
 
 constexpr string_view Killing = "killing";
 constexpr string_view Colon = ":";
-constexpr int MaxLookAheads = 25; // pass without a message
+constexpr int MaxLookAheads = 25; // without a message
 
 bool IsApproachLine(string_view line) {
     for (const string_view opening : ApproachOpenings) {
@@ -56,37 +57,36 @@ bool IsContinuation(string_view line) {
                         [line](string_view phrase) { return Text::Contains(line, phrase); });
 }
 
-// Joins the lines of a wrapped kill sentence: the current line and all that stand behind it which
-// can belong to it. The line that ends the sentence stays unread, and gets all tests of its own.
+// Joins the current line and the continuation lines after it. The line that ends the sentence stays
+// unread, so the line loop tests it like any other.
 void GatherSentence(Scan& scan, const Desktop& desktop) {
     scan.Sentence = scan.CurrentLine;
     int GatherCount = 0;
-    bool gatherDone = false;
-    while (!gatherDone) {
+    bool GatherDone = false;
+    while (!GatherDone) {
         ++GatherCount;
-        if (IsContinuation(scan.Reader.PeekLine())) {
-            const string_view NextLine = scan.Reader.ReadLine();
+        if (IsContinuation(scan.MainReader.PeekLine())) {
+            const string_view NextLine = scan.MainReader.ReadLine();
             if (!scan.Sentence.ends_with(' ') && !NextLine.starts_with(' ')) {
                 scan.Sentence += ' ';
             }
             scan.Sentence += NextLine;
             if (scan.Sentence.size() > ByteWindow::LongestPiece) {
-                throw Failure(Failure::Kind::Overflow, "a sentence too long");
+                throw Failure("a sentence is too long");
             }
         } else {
-            gatherDone = true;
+            GatherDone = true;
         }
         if (GatherCount > MaxLookAheads) {
             desktop.ShowMessage({"Error with too many kill lines on turn # " +
                                  Numbers::PlainDigits(scan.TurnNumber) + "?"});
-            gatherDone = true;
+            GatherDone = true;
         }
     }
 }
 
-// One pass of the line loop.
 void ScanLine(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
-    scan.CurrentLine = scan.Reader.ReadLine();
+    scan.CurrentLine = scan.MainReader.ReadLine();
     if (scan.ReportRefused) {
         return;
     }
@@ -119,7 +119,7 @@ void ProcessTurn(KillLedger& ledger, Slaying_Tallies& window, const Desktop& des
                  const std::filesystem::path& report) {
     ledger.DataChanged = 1;
     Scan scan(report, ReadTurnFilter(window));
-    while (!scan.Reader.AtEnd()) {
+    while (!scan.MainReader.AtEnd()) {
         ScanLine(scan, ledger, window, desktop);
     }
 }

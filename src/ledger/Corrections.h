@@ -2,15 +2,15 @@
 
 #include "ledger/KillLedger.h"
 
-// What the player takes out of the ledger by hand. Neither touches the monster names or the
-// imported turns: a report stays refused when its kills are gone.
+// Deletions by the player. Monster names and imported turns stay: a report whose kills were deleted
+// is still refused.
 namespace Main {
 
-// Frees a character's slot: name, total and row go together. Slots 1 to 99.
+// Clears the name, the total and all kills of a character, which frees the slot. Slots 1 to 99.
 void DeleteCharacter(KillLedger& ledger, int character);
 
-// Takes the character's kills of one monster out of the cell and the total. Fails (Overflow) when
-// the total would leave 32 bits; nothing has changed then.
+// Subtracts the character's kills of one monster from the total and sets them to 0. Throws Failure,
+// with nothing changed, if the new total does not fit 32 bits.
 void DeleteKills(KillLedger& ledger, int character, int monster);
 
 } // namespace Main

@@ -1,10 +1,12 @@
 #include "ledger/MonsterNames.h"
 
+#include "platform/Desktop.h"
 #include "text/Text.h"
 
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <limits>
+#include <optional>
 #include <span>
 
 namespace Main {
@@ -12,9 +14,9 @@ namespace {
 
 using std::string_view;
 
-// A regular way to a plural: the word without its last `Dropped` characters, then `Ending`.
-// The way back drops `Restored` characters from the plural and puts `Singular` behind. Neither
-// looks at what it drops.
+// A regular plural: the singular without its last `Dropped` characters, then `Ending`. And back:
+// the plural without its last `Restored` characters, then `Singular`. What is dropped can be
+// anything.
 struct PluralRule {
     std::size_t Dropped;
     string_view Ending;
@@ -30,7 +32,7 @@ constexpr std::array<PluralRule, 5> PluralRules = {{
     {2, "en", 2, "an"}, // Man, Men
 }};
 constexpr const PluralRule& Men = PluralRules.back();
-// The right parts of compound names know all rules but this last one.
+// The right part of a compound name has all rules but the last.
 constexpr std::span<const PluralRule> RightRules = std::span(PluralRules).first<4>();
 
 // Whether `text` equals `stem` followed by `ending`.
@@ -43,7 +45,7 @@ std::string Singular(string_view plural, const PluralRule& rule) {
     return std::string(Text::Cut(plural, rule.Restored)).append(rule.Singular);
 }
 
-// A name with a blank: the word before the first one, and all the text behind it.
+// A name cut at its first blank.
 struct Compound {
     explicit Compound(string_view name)
         : Left(Text::Before(name, Text::Position(name, " "))),
@@ -53,168 +55,135 @@ struct Compound {
     string_view Right;
 };
 
-// Whether two right parts are one monster's and, if so, the stored one in the form that stays.
-struct RightPart {
-    bool Fits;
-    std::string Kept;
-};
-
-RightPart ReconcileRight(string_view given, string_view stored) {
+// If the right parts of two names match, the form that is stored with a rewritten left part.
+std::optional<std::string> ReconcileRight(string_view given, string_view stored) {
     if (given == stored) {
-        return {true, std::string(stored)};
+        return std::string(stored);
     }
     for (const PluralRule& rule : RightRules) {
         const string_view givenStem = Text::Cut(given, rule.Dropped);
         const string_view storedStem = Text::Cut(stored, rule.Dropped);
         if (Joins(stored, givenStem, rule.Ending)) {
-            return {true, Singular(stored, rule)};
+            return Singular(stored, rule);
         }
         if (Joins(given, storedStem, rule.Ending)) {
-            return {true, std::string(stored)};
+            return std::string(stored);
         }
     }
-    return {false, {}};
+    return std::nullopt;
 }
 
-// The tests on names that both hold a blank: left parts that are a pair such as Man and Men, or
-// left parts that differ by one last character. True when one fires, which is tried only
-// while nothing is found; the operands of the left parts are worked out in any case.
-bool ReconcileCompound(string_view name, std::string& stored, bool found) {
-    const Compound given(name);
-    const Compound kept(stored);
+// The tests below rewrite the stored name, if a test says so, and return `found`: whether this or
+// an earlier slot has matched. After a match none fires, but the names are still cut, so that a
+// failure can follow a rewrite.
 
+// For two names that hold a blank: the left parts are a pair like Man and Men, or differ by one
+// last character.
+bool ReconcileCompound(string_view name, std::string& slot, bool found) {
+    const Compound given(name);
+    const Compound stored(slot);
     const string_view givenStem = Text::Cut(given.Left, Men.Dropped);
-    const string_view keptStem = Text::Cut(kept.Left, Men.Dropped);
+    const string_view storedStem = Text::Cut(stored.Left, Men.Dropped);
     if (found) {
-        return false;
+        return true;
     }
-    const bool givenIsMen = Joins(given.Left, keptStem, Men.Ending);
-    if (givenIsMen || Joins(kept.Left, givenStem, Men.Ending)) {
-        const RightPart right = ReconcileRight(given.Right, kept.Right);
-        if (right.Fits) {
+    const bool givenIsMen = Joins(given.Left, storedStem, Men.Ending);
+    if (givenIsMen || Joins(stored.Left, givenStem, Men.Ending)) {
+        if (const auto right = ReconcileRight(given.Right, stored.Right)) {
             if (!givenIsMen) {
-                stored = Singular(kept.Left, Men) + ' ' + right.Kept;
+                slot = Singular(stored.Left, Men) + ' ' + *right;
             }
             return true;
         }
     }
-
-    const string_view shorterKept = Text::Cut(kept.Left, 1);
-    if (given.Right == kept.Right) {
-        if (Text::Cut(given.Left, 1) == kept.Left) {
+    if (given.Right == stored.Right) {
+        if (Text::Cut(given.Left, 1) == stored.Left) {
             return true;
         }
-        if (shorterKept == given.Left) {
-            stored = std::string(shorterKept) + ' ' + std::string(kept.Right);
+        if (Text::Cut(stored.Left, 1) == given.Left) {
+            slot = std::string(given.Left) + ' ' + std::string(stored.Right);
             return true;
         }
     }
     return false;
 }
 
-// The tests on whole names. As above; the operands are worked out behind a hit too, so that
-// a rewrite can stand when the failure comes.
-bool ReconcileWhole(string_view name, std::string& stored, bool found) {
-    bool fired = false;
+// For whole names, blanks included.
+bool ReconcileWhole(string_view name, std::string& slot, bool found) {
     for (const PluralRule& rule : PluralRules) {
         const string_view givenStem = Text::Cut(name, rule.Dropped);
-        const string_view storedStem = Text::Cut(stored, rule.Dropped);
-        if (found || fired) {
+        const string_view storedStem = Text::Cut(slot, rule.Dropped);
+        if (found) {
             continue;
         }
         if (Joins(name, storedStem, rule.Ending)) {
-            fired = true;
-        } else if (Joins(stored, givenStem, rule.Ending)) {
-            stored = Singular(stored, rule);
-            fired = true;
+            found = true;
+        } else if (Joins(slot, givenStem, rule.Ending)) {
+            slot = Singular(slot, rule);
+            found = true;
         }
     }
-    return fired;
+    return found;
 }
 
-// All tests on one slot in use, behind the exact one. True when one fires.
-bool Reconcile(string_view name, std::string& stored, bool found) {
-    bool fired = false;
-    if (Text::Contains(name, " ") && Text::Contains(stored, " ")) {
-        fired = ReconcileCompound(name, stored, found);
+// All tests on one used slot.
+bool Reconcile(string_view name, std::string& slot, bool found) {
+    found = found || slot == name;
+    if (Text::Contains(name, " ") && Text::Contains(slot, " ")) {
+        found = ReconcileCompound(name, slot, found);
     }
-    return ReconcileWhole(name, stored, found || fired) || fired;
+    return ReconcileWhole(name, slot, found);
 }
 
-// Finds the slots on which a test above can fire or fail, which are few, by the length of the
-// stored name and a few of its bytes. It follows from the tests: names that one of them brings
-// together
-//   - differ by at most two bytes in length, and agree in the given name but for its last three
-//     bytes and the last two of its left part; or, by the letter test, differ by one byte in
-//     length and agree in the last one;
-//   - agree in the given left part but for its last two bytes, or without one in the given
-//     name but for its last three. Of a given name of three bytes the first one agrees too, or
-//     the stored name has but one.
-// A stored name too short to be cut, a left part too short, and an empty right part behind a left
-// one for which the pair test may hold have to reach the tests, to fail there.
-class Sieve {
-public:
-    explicit Sieve(string_view name) : Name(name), Left(std::min(name.find(' '), name.size())) {
-        const bool hasBlank = Left < name.size();
-        const std::size_t agreeing = name.size() - std::min(name.size(), std::size_t{3});
-        Head =
-            hasBlank ? Left - std::min(Left, std::size_t{2}) : std::max(agreeing, std::size_t{1});
-        // The byte that tells most is the last one in which the names agree.
-        const std::size_t telling = hasBlank && agreeing > Left ? agreeing : Head;
-        const bool canFailAnywhere =
-            name.size() < 2 || (hasBlank && (Left < 2 || name.size() == Left + 1));
-        Applies = !canFailAnywhere && name.size() > 2 && telling > 0;
-        Telling = Applies ? telling - 1 : 0;
+// Whether `text` starts with `head`. The end of `head` is tested first: long names that are nearly
+// equal mostly differ there.
+bool StartsWith(string_view text, string_view head) {
+    constexpr std::size_t tail = 8;
+    const string_view start = text.substr(0, head.size());
+    return start.ends_with(head.substr(head.size() - std::min(head.size(), tail))) && start == head;
+}
+
+// What a stored name has in common with the given one if a test can fire on the two: nearly the
+// same length, and the head. Few names of a full table do.
+struct Likeness {
+    static constexpr std::size_t LengthDifference = 2;
+    static constexpr std::size_t LongestTail = 3;
+    static_assert(std::all_of(PluralRules.begin(), PluralRules.end(), [](const PluralRule& rule) {
+        return rule.Dropped <= Men.Dropped && rule.Dropped <= rule.Ending.size() &&
+               rule.Ending.size() - rule.Dropped <= LengthDifference &&
+               rule.Ending.size() <= LongestTail;
+    }));
+    static_assert(Men.Dropped == 2 && Men.Ending.size() == 2, "as short as a name can be cut");
+    static_assert(LongestTail <= Men.Dropped + 2, "a blank and a right part follow the left one");
+
+    explicit Likeness(string_view name) {
+        const std::size_t blank = name.find(' ');
+        const bool compound = blank != string_view::npos;
+        const bool fails = name.size() < 2 || (compound && (blank < 2 || blank + 1 == name.size()));
+        if (!fails) {
+            Shortest = name.size() - LengthDifference;
+            Longest = name.size() + LengthDifference;
+            Head = compound ? name.substr(0, blank - Men.Dropped)
+                            : name.substr(0, name.size() - std::min(name.size(), LongestTail));
+        }
     }
 
-    // The next slot from `i` on that has to be tried or, if `empty` is on, is empty; behind the
-    // last slot if there is none. What nearly all names share is joined without a branch for each
-    // condition, since a branch that goes either way costs more than all of them; out of line, so
-    // that the loop has the registers for itself.
-    [[gnu::noinline]] int Next(const Slots<std::string, MaxMonsters>& names, int i,
-                               bool empty) const {
-        if (!Applies) {
-            while (i <= MaxMonsters && names[i].empty() && !empty) {
-                ++i;
-            }
-            return i;
+    // False only where no test can fire and no cut can fail.
+    bool Holds(string_view stored) const {
+        if (stored.size() < 2 || stored[0] == ' ' || stored[1] == ' ') {
+            return true; // too short to be cut
         }
-        const std::size_t shortest = Name.size() - 2;
-        const std::size_t noRight = Left + 1; // the length of an empty right part behind a left one
-        const std::size_t telling = Telling;
-        const char tellingByte = Name[telling];
-        const char lastByte = Name.back();
-        for (; i <= MaxMonsters; ++i) {
-            const char* const bytes = names[i].data();
-            const std::size_t size = names[i].size();
-            if (size == 0 && !empty) {
-                while (i < MaxMonsters && names[i + 1].empty()) {
-                    ++i; // most empty slots lie side by side
-                }
-                continue;
-            }
-            if (size < 2 || bytes[0] == ' ' || bytes[1] == ' ') {
-                return i;
-            }
-            const std::size_t longer = size - shortest; // 0 to 4 when near in length
-            const bool near = longer <= 4;
-            const bool alike = bytes[near * telling] == tellingByte;
-            const bool sameEnd = bytes[size - 1] == lastByte;
-            const bool mayFire = near & (alike | (sameEnd & (longer % 2 == 1)));
-            if ((mayFire | (size == noRight)) &&
-                string_view(bytes, size).starts_with(Name.substr(0, Head))) {
-                return i;
-            }
+        if (!Head.empty() && stored[0] != Head[0]) {
+            return false;
         }
-        return i;
+        const bool near = stored.size() >= Shortest && stored.size() <= Longest;
+        const bool cannotBeCut = stored.back() == ' '; // an empty right part
+        return (near || cannotBeCut) && StartsWith(stored, Head);
     }
 
-private:
-    string_view Name;
-    std::size_t Left;        // bytes in front of the first blank
-    std::size_t Head;        // bytes at the start in which the names agree
-    std::size_t Telling = 0; // index of a byte in which they agree
-    bool Applies = false;    // off: every slot has to be tried
+    string_view Head;
+    std::size_t Shortest = 0;
+    std::size_t Longest = std::numeric_limits<std::size_t>::max();
 };
 
 } // namespace
@@ -223,19 +192,15 @@ int ResolveMonster(KillLedger& ledger, const Desktop& desktop, std::string_view 
     int Found = 0;
     int Free = 0;
     auto& names = ledger.MonsterNames;
-    const Sieve sieve(name);
-    for (int i = sieve.Next(names, 1, true); i <= MaxMonsters;
-         i = sieve.Next(names, i + 1, Free == 0)) {
-        std::string& stored = names[i];
-        if (stored.empty()) {
-            Free = i;
-            continue;
-        }
-        if (Found == 0 && stored == name) {
-            Found = i;
-        }
-        if (Reconcile(name, stored, Found != 0)) {
-            Found = i;
+    const Likeness likeness(name);
+    for (int i = 1; i <= MaxMonsters; ++i) {
+        if (names[i].empty()) {
+            Free = Free == 0 ? i : Free;
+            while (i < MaxMonsters && names[i + 1].empty()) {
+                ++i; // most empty slots lie side by side
+            }
+        } else if (likeness.Holds(names[i]) && Reconcile(name, names[i], Found != 0)) {
+            Found = Found == 0 ? i : Found;
         }
     }
     if (Found == 0) {

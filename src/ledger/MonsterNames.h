@@ -6,13 +6,12 @@
 
 namespace Main {
 
-// The slot of the monster `name`, 1 to 9999. Walks the whole table: an exact match or the first
-// plural rule that fires on the lowest slot settles it, and a rule can rewrite the stored name
-// to its singular. A name that matches nothing takes the lowest empty slot; 0, with a message,
-// when there is none.
-// Fails (InvalidArgument) when a rule has to cut more from a name than it holds: `name` or a
-// stored name of one character, a word of one character before the first blank where both names
-// hold a blank. Rewrites made by then stay.
+// Returns the slot of the monster `name`, 1 to 9999: the lowest one whose stored name is the same
+// or its singular or plural. A stored plural is rewritten to the singular. A name that matches
+// nothing is stored in the lowest free slot; if there is none, shows a message and returns 0.
+// Throws Failure if a plural rule has to cut more characters than there are: on a `name` or stored
+// name of one character, or, where both hold a blank, on a first word of one character. A rewrite
+// done by then stays.
 int ResolveMonster(KillLedger& ledger, const Desktop& desktop, std::string_view name);
 
 } // namespace Main

@@ -150,6 +150,9 @@ struct ColumnHeader {
 // case are equal, equal texts keep their order, the empty text comes first.
 class ListView {
 public:
+    ListView() = default;
+    ListView(const Place& at, int tabIndex) : At(at), TabIndex(tabIndex) {}
+
     Place At;
     int TabIndex = 0;
     std::vector<ColumnHeader> ColumnHeaders; // complete before the list is rendered

@@ -18,7 +18,7 @@ const char* Find(const char* begin, const char* end, char sought) {
 
 void RequireLength(std::size_t length) {
     if (length > ByteWindow::LongestPiece) {
-        throw Failure(Failure::Kind::Overflow, "a line or field too long");
+        throw Failure("a line or field too long");
     }
 }
 
@@ -28,7 +28,8 @@ constexpr std::size_t LargestRead = std::size_t{1} << 20;
 } // namespace
 
 ByteWindow::ByteWindow(const std::filesystem::path& path)
-    : File(path), Capacity(std::size_t{32} << 10),
+    : File(path),
+      Capacity(std::size_t{32} << 10),
       Buffer(std::make_unique_for_overwrite<Bytes>(Capacity)) {
     Begin = Buffer.get();
     End = Begin;
@@ -87,7 +88,7 @@ const char* LineReader::EndMark() {
 
 std::string_view LineReader::PeekLine() {
     if (AtEnd()) {
-        throw Failure(Failure::Kind::EndOfFile, "no line behind the last one");
+        throw Failure("no line behind the last one");
     }
     // A CR at the end of the buffer may have its LF still in the file.
     const auto undecided = [this](const char* mark) {
@@ -121,7 +122,7 @@ bool HoldsSeparator(const std::filesystem::path& path) {
 std::int32_t Size(const std::filesystem::path& path) {
     const std::uintmax_t size = std::filesystem::file_size(path);
     if (size > std::numeric_limits<std::int32_t>::max()) {
-        throw Failure(Failure::Kind::Overflow, "a file too large to have a size");
+        throw Failure("a file too large to have a size");
     }
     return static_cast<std::int32_t>(size);
 }

@@ -119,7 +119,10 @@ private:
 };
 
 ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* parent)
-    : QTreeView(parent), List(list), Model(new RowModel(list, this)), Header(new KeyHeader(this)) {
+    : QTreeView(parent),
+      List(list),
+      Model(new RowModel(list, this)),
+      Header(new KeyHeader(this)) {
     setHeader(Header);
     setModel(Model);
     setRootIsDecorated(false);

@@ -15,7 +15,7 @@ bool IsSkipped(char c) {
     return c == ' ' || c == '\t' || c == '\n';
 }
 
-// Length of the longest decimal number at the start of `text`, which holds nothing to skip.
+// Length of the longest decimal number at the start of `text`, with nothing to skip in it.
 std::size_t NumberLength(std::string_view text) {
     const auto digitsFrom = [text](std::size_t at) {
         while (at < text.size() && Text::IsDigit(text[at])) {
@@ -48,9 +48,8 @@ std::size_t NumberLength(std::string_view text) {
     return end;
 }
 
-// Of a number beyond the range of a double: whether it is one too small, not one too large.
-// from_chars reports both alike. What tells them apart is the power of ten of the first
-// digit that is not 0.
+// Whether a number beyond the range of a double is too small and not too large; from_chars reports
+// both alike. Decided by the power of ten of the first digit that is not 0.
 bool IsTooSmall(std::string_view number) {
     const std::size_t mantissaEnd = std::min(number.find_first_of("eE"), number.size());
     const std::size_t point = std::min(number.find('.'), mantissaEnd);
@@ -77,7 +76,7 @@ double Convert(std::string_view number) {
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error == std::errc::result_out_of_range) {
         if (!IsTooSmall(number)) {
-            throw Failure(Failure::Kind::Overflow, "a number beyond the range of a double");
+            throw Failure("a number beyond the range of a double");
         }
         value = 0;
     }
@@ -101,7 +100,7 @@ bool IsNumber(std::string_view text) {
 }
 
 std::string PlainDigits(double value) {
-    // The longest is the smallest double: 0, point, 323 zeros and its digits, with a sign.
+    // The longest is the smallest double: a sign, "0.", 323 zeros and its digits.
     std::array<char, 400> digits{};
     const double shown = value == 0 ? 0 : value; // no -0
     const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), shown,

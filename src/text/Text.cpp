@@ -14,7 +14,7 @@ std::string_view Trim(std::string_view text) {
 
 std::string_view Cut(std::string_view text, std::size_t count) {
     if (text.size() < count) {
-        throw Failure(Failure::Kind::InvalidArgument, "a cut longer than its text");
+        throw Failure("a cut longer than the text");
     }
     return text.substr(0, text.size() - count);
 }

@@ -1,5 +1,7 @@
 #include "ui/AboutWindow.h"
 
+#include "platform/Desktop.h"
+
 namespace Main {
 
 void frmAbout_Load(const KillLedger& ledger, frmAbout& about, const Desktop& desktop) {

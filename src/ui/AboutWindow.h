@@ -6,11 +6,11 @@
 
 namespace Main {
 
-// At every opening: takes the picture anew from graphics/marrowquill.gif beside the program, in
-// place of the window's own, which shows when that is missing or no picture.
+// Runs each time the window opens. Loads graphics/marrowquill.gif from the folder of the program;
+// if that is missing or not a picture, the built-in picture is shown.
 void frmAbout_Load(const KillLedger& ledger, frmAbout& about, const Desktop& desktop);
 
-// At every closing: sees to it that the main window can be used.
+// Runs each time the window closes. Enables the main window if it is disabled.
 void frmAbout_Unload(Slaying_Tallies& window);
 
 } // namespace Main

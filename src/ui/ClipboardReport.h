@@ -5,9 +5,9 @@
 
 namespace Main {
 
-// Puts the whole ledger on the clipboard as plain text: what each character killed, then what the
-// party killed of each monster, both in slot order. Group totals wrap at 16 bits, and one that
-// is not above 0 has no line. Fails when the clipboard cannot be opened.
+// Puts the ledger on the clipboard as plain text: the kills of each character, then those of the
+// whole party, both in slot order. Group totals wrap at 16 bits; one of 0 or less has no line.
+// Throws if the clipboard cannot be opened.
 void SendStatsToClipboard(const KillLedger& ledger, Slaying_Tallies& window,
                           const Desktop& desktop);
 

@@ -2,6 +2,7 @@
 
 #include "ledger/Corrections.h"
 #include "ledger/MonsterNames.h"
+#include "platform/Desktop.h"
 #include "ui/ListSorter.h"
 #include "ui/ListViews.h"
 
@@ -42,7 +43,7 @@ void lstCharacters_Click(KillLedger& ledger, Slaying_Tallies& window, const Desk
 }
 
 void lstCharacters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
-                         int keyCode) {
+                         int keyCode, int /*shift*/) {
     if (keyCode == KeyUpArrow || keyCode == KeyDownArrow) {
         ShowSelectedCharacter(ledger, window, desktop);
     }
@@ -54,13 +55,13 @@ void lstCharacters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desk
 }
 
 void lstMonsters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
-                       int keyCode) {
+                       int keyCode, int /*shift*/) {
     if (keyCode == KeyDelete &&
         IsSureToDelete(desktop, "Really delete this characters kills for this monster?")) {
         try {
             DeleteSelectedKills(ledger, window, desktop);
         } catch (const std::exception&) {
-            // Nothing is deleted; a monster may have its singular name by now.
+            // Nothing is deleted, but a monster may have been renamed: refill the lists.
         }
         FillCharacterList(ledger, window, desktop);
     }

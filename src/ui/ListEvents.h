@@ -3,24 +3,22 @@
 #include "ledger/KillLedger.h"
 #include "ui/Slaying_Tallies.h"
 
-// What the player does in the lists. The list control raises row events only while a row is
-// selected.
+// The events of the lists. Clicks and keys arrive only while a row is selected.
 namespace Main {
 
-// Shows the kills of the selected character and puts the monster columns back to their widths.
+// Shows the kills of the selected character and resets the widths of the monster columns.
 void lstCharacters_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Up and down: shows the kills of the character that the key moved to. Delete: takes the selected
-// character out of the ledger, if the player is sure.
+// Up and down: shows the kills of the character that is now selected. Delete: deletes the selected
+// character if the player answers Yes.
 void lstCharacters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
-                         int keyCode);
+                         int keyCode, int shift);
 
-// Delete: takes the selected character's kills of the selected monster out of the ledger, if the
-// player is sure.
+// Delete: deletes the selected character's kills of the selected monster if the player answers Yes.
 void lstMonsters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
-                       int keyCode);
+                       int keyCode, int shift);
 
-// Sorts by the column, from 1; each further click on the same header turns the order round.
+// Sorts by a column, from 1. Each click on the same header reverses the order.
 void lstCharacters_ColumnClick(Slaying_Tallies& window, const Desktop& desktop, int column);
 
 } // namespace Main

@@ -15,20 +15,19 @@ namespace {
 
 using std::string_view;
 
-constexpr std::string_view Parting("\0", 1); // between a parked text and the tag behind it
+constexpr std::string_view Parting("\0", 1); // between a parked text and the tag
 constexpr string_view ZeroDate = "18991230000000";
 
-// A step that fails does not stop the sort.
+// Runs one step of the sort; its failure is ignored.
 template <class Step>
 void Try(Step step) {
     try {
         step();
     } catch (const std::exception&) {
-        // skipped
+        // The next step still runs.
     }
 }
 
-// The text and tag of one cell: of the row itself for column 1.
 struct Cell {
     std::string& Text;
     std::string& Tag;
@@ -42,7 +41,7 @@ Cell CellOf(ListItem& row, int index) {
     return {cell.Text, cell.Tag};
 }
 
-// Twenty whole digits, the point, ten decimals, all of them always there.
+// Always twenty whole digits, a point and ten decimals.
 std::string Masked(double value) {
     constexpr std::size_t width = 31;
     std::array<char, 400> digits{};
@@ -55,7 +54,7 @@ std::string Masked(double value) {
     return masked;
 }
 
-// "&" stands before the digits, and the larger a magnitude, the smaller its inverted digits.
+// Keys of negative numbers begin with "&", which sorts before the digits.
 std::string NumberKey(string_view text) {
     if (!Numbers::IsNumber(text)) {
         return {};
@@ -64,9 +63,9 @@ std::string NumberKey(string_view text) {
     return value < 0 ? "&" + InvertDigits(Masked(-value)) : Masked(std::abs(value));
 }
 
-// Fourteen digits for a date, none for a text that is no date.
+// YYYYMMDDHHMMSS, or nothing if the text is not a date.
 std::optional<std::string> DateKey(string_view text) {
-    constexpr string_view pattern = "0000-00-00 00:00:00"; // 0 stands for any digit
+    constexpr string_view pattern = "0000-00-00 00:00:00"; // 0 is any digit
     const string_view date = Text::Trim(text);
     if (date.size() != 10 && date.size() != 16 && date.size() != 19) {
         return std::nullopt;
@@ -106,20 +105,20 @@ void Restore(Cell cell) {
 
 } // namespace
 
-void SortListView(const Desktop& desktop, ListView& list, int index, int dataType, bool ascending) {
+void SortListView(const Desktop& desktop, ListView& list, int Index, int DataType, bool Ascending) {
     const Pointer savedPointer = list.MousePointer;
     list.MousePointer = Pointer::Hourglass;
     Try([&] { desktop.LockWindowUpdate(&list); });
 
-    const bool keyed = dataType == SortNumber || dataType == SortDate;
+    const bool keyed = DataType == SortNumber || DataType == SortDate;
     if (keyed) {
         std::string workingDate(ZeroDate);
         for (int l = 1; l <= list.Count(); ++l) {
             Try([&] {
-                const Cell cell = CellOf(list.Item(l), index);
+                const Cell cell = CellOf(list.Item(l), Index);
                 const std::string text = cell.Text;
                 Park(cell);
-                if (dataType == SortNumber) {
+                if (DataType == SortNumber) {
                     cell.Text = NumberKey(text);
                 } else {
                     workingDate = DateKey(text).value_or(workingDate);
@@ -128,12 +127,12 @@ void SortListView(const Desktop& desktop, ListView& list, int index, int dataTyp
             });
         }
     }
-    list.SortOrder = ascending ? 0 : 1;
-    list.SortKey = index - 1;
+    list.SortOrder = Ascending ? 0 : 1;
+    list.SortKey = Index - 1;
     Try([&] { list.SetSorted(true); });
     if (keyed) {
         for (int l = 1; l <= list.Count(); ++l) {
-            Try([&] { Restore(CellOf(list.Item(l), index)); });
+            Try([&] { Restore(CellOf(list.Item(l), Index)); });
         }
     }
     Try([&] { desktop.LockWindowUpdate(nullptr); });

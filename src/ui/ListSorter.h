@@ -7,19 +7,19 @@
 
 namespace Main {
 
-// What the cells of a column are compared as. Any other value acts like SortText.
+// How the cells of a column are compared. Any other value acts like SortText.
 enum SortKind { SortText = 0, SortNumber = 1, SortDate = 2 };
 
-// Sorts a list by the column `index`, from 1. A list orders its rows by text only, so the cells of
-// a number or date column hold, for the moment of the sort, keys whose text order is the order
-// of their values; the list is locked against drawing meanwhile. A number is a whole cell, blanks
-// around it allowed, anything else comes before all numbers; a date is YYYY-MM-DD, with HH:MM or
-// HH:MM:SS behind it or not, anything else takes the place of the date in the row before.
-// Never fails: a step that does is skipped. Texts, tags and selection stay with their rows.
-void SortListView(const Desktop& desktop, ListView& list, int index, int dataType, bool ascending);
+// Sorts a list by the column `Index`, from 1. Texts, tags and selection stay with their rows.
+// A list can only order its rows by text. So the cells of a number or date column get keys whose
+// text order is the order of the values, and their texts back afterwards; meanwhile the list is not
+// drawn. A number is a whole cell, with or without blanks around it; other cells come first. A date
+// is YYYY-MM-DD, YYYY-MM-DD HH:MM or YYYY-MM-DD HH:MM:SS; other cells get the date of the row
+// before. Never throws: a step that fails is skipped.
+void SortListView(const Desktop& desktop, ListView& list, int Index, int DataType, bool Ascending);
 
-// The text with each digit replaced by its complement to 9 and each minus sign by a blank, so
-// that larger magnitudes come first.
+// Returns the text with each digit d replaced by 9 - d and each minus sign by a blank, so that
+// larger numbers come first.
 std::string InvertDigits(std::string_view text);
 
 } // namespace Main

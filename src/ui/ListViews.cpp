@@ -38,13 +38,13 @@ void FillCharacterList(const KillLedger& ledger, Slaying_Tallies& window, const 
     }
 }
 
-void FillMonsterList(const KillLedger& ledger, Slaying_Tallies& window, int characterSlot) {
+void FillMonsterList(const KillLedger& ledger, Slaying_Tallies& window, int CharacterSlot) {
     ListView& list = window.lstMonsters;
     list.Enabled = false;
     list.Clear();
-    if (characterSlot > 0) {
+    if (CharacterSlot > 0) {
         for (int m = 1; m <= MaxMonsters; ++m) {
-            const std::int32_t kills = ledger.KillTable(characterSlot, m);
+            const std::int32_t kills = ledger.KillTable(CharacterSlot, m);
             if (kills >= 1 && !ledger.MonsterNames[m].empty()) {
                 AddRow(list, ledger.MonsterNames[m], kills);
             }

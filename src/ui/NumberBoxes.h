@@ -4,16 +4,16 @@
 
 #include <cstdint>
 
-// What the number boxes do to what the player typed, once he commits it with Enter or by leaving
-// the box. A text that reads as 0 or less empties the box.
+// What Enter or the loss of the focus does to the text of a number box. A number of 0 or less
+// empties the box.
 namespace Main {
 
-// Game and party: the number is rounded into the field and shown. A number above 32,767 is
-// refused: the field stays, and the box shows it again.
+// Game and party: stores the rounded number in the field and shows it. If it does not fit, the
+// field stays and the box shows the field again.
 void CommitNumber(std::int16_t& field, TextBox& box);
 
-// Turn start and end: the number is shown in its shortest form, its fraction included. A text
-// beyond every range stays as it is.
+// Turn start and end: shows the number in its shortest form, with its fraction. A number beyond the
+// range of a double stays as typed.
 void CommitTurn(TextBox& box);
 
 } // namespace Main

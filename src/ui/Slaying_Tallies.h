@@ -4,47 +4,52 @@
 
 #include <array>
 
-// The main window: its controls with their captions and places, and no logic.
+// The main window: its controls with their places (left, top, width, height, in twips, inside their
+// frame) and captions, from the top down. No logic.
 struct Slaying_Tallies {
     Slaying_Tallies();
 
     Form Window;
 
-    Line Line1;
-    Frame Frame1;
-    Label Label1; // names txtGame
-    TextBox txtGame;
-    Label Label2; // names txtParty
-    TextBox txtParty;
-    Label Label5; // names txtTurnStart
-    TextBox txtTurnStart;
-    Label Label6; // names txtTurnEnd
-    TextBox txtTurnEnd;
-    Label Label3; // heads lstCharacters
-    Label Label4; // heads lstMonsters
-    ListView lstCharacters;
-    ListView lstMonsters;
-    Button cmdClipboard;
-    TextBox txtClipboard; // never shown
-    Label lblStatus;
+    Line Line1{.At = {15, 0, 6885, 15}};
+    Frame Frame1{.At = {0, 0, 6915, 5745}, .Caption = "Slaying Tallies:"};
+
+    // The widths leave room for a font a fifth wider than usual.
+    Label Label1{.At = {105, 360, 900, 240}, .Caption = "Game #:"};
+    TextBox txtGame{.At = {1005, 330, 645, 300}, .TabIndex = 3};
+    Label Label2{.At = {1770, 360, 825, 240}, .Caption = "Party #:"};
+    TextBox txtParty{.At = {2595, 330, 645, 300}, .TabIndex = 4};
+    Label Label5{.At = {3360, 360, 1050, 240}, .Caption = "Turn Start:"};
+    TextBox txtTurnStart{.At = {4410, 330, 645, 300}, .TabIndex = 5};
+    Label Label6{.At = {5175, 360, 945, 240}, .Caption = "Turn End:"};
+    TextBox txtTurnEnd{.At = {6120, 330, 645, 300}, .TabIndex = 6};
+
+    Label Label3{.At = {60, 660, 3375, 225}, .Caption = "Characters:"};
+    Label Label4{.At = {3480, 660, 3375, 225}, .Caption = "Monster Kills:"};
+    ListView lstCharacters{{45, 885, 3405, 4455}, 0};
+    ListView lstMonsters{{3465, 885, 3405, 4455}, 1};
+
+    Button cmdClipboard{{2340, 5370, 2235, 330}, 2, "Send to Clipboard"};
+    TextBox txtClipboard{.Visible = false};
+    Label lblStatus{.At = {45, 5775, 6855, 255}};
 
     CommonDialog cmdImportTurn;
     CommonDialog cmdLoadMap;
     CommonDialog cmdSaveMap;
 
-    Menu mnuFile;
-    Menu mnuFileNew;
-    Menu mnuFileSep1;
-    Menu mnuFileImport;
-    Menu mnuFileBatch;
-    Menu mnuFileSep2;
-    Menu mnuFileOpen;
-    Menu mnuFileSave;
-    Menu mnuFileSaveAs;
-    Menu mnuFileExit;
-    Menu mnuHelp;
-    Menu mnuHelpAbout;
+    Menu mnuFile{.Caption = "File"};
+    Menu mnuFileNew{.Parent = &mnuFile, .Caption = "&Blank all data"};
+    Menu mnuFileSep1{.Parent = &mnuFile, .Caption = "-"};
+    Menu mnuFileImport{.Parent = &mnuFile, .Caption = "&Import HTML turn for kills"};
+    Menu mnuFileBatch{.Parent = &mnuFile, .Caption = "&Batch Import HTML for kills"};
+    Menu mnuFileSep2{.Parent = &mnuFile, .Caption = "-"};
+    Menu mnuFileOpen{.Parent = &mnuFile, .Caption = "&Open saved data"};
+    Menu mnuFileSave{.Parent = &mnuFile, .Caption = "&Save data"};
+    Menu mnuFileSaveAs{.Parent = &mnuFile, .Caption = "Save data &As"};
+    Menu mnuFileExit{.Parent = &mnuFile, .Caption = "E&xit program"};
+    Menu mnuHelp{.Caption = "Help"};
+    Menu mnuHelpAbout{.Parent = &mnuHelp, .Caption = "&About Report Digest"};
 
-    // Of the two columns of lstCharacters: whether the last header click sorted it upwards.
+    // For each column of lstCharacters: whether the last header click sorted it in ascending order.
     std::array<bool, 2> SortAscending{};
 };

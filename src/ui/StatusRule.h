@@ -4,13 +4,13 @@
 
 #include <string_view>
 
-// How a command that can take long shows that it is at work.
+// How a command that can take long shows that it is running.
 namespace Main {
 
-// Shows `text` in the status label, at once, then the hourglass.
+// Shows `text` in the status label and repaints it now; then shows the hourglass.
 void ShowStatus(Slaying_Tallies& window, std::string_view text);
 
-// Puts the pointer back, then empties the status label, at once.
+// Resets the pointer; then empties the status label and repaints it now.
 void ClearStatus(Slaying_Tallies& window);
 
 } // namespace Main
