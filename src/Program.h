@@ -5,8 +5,8 @@
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"
 
-// The whole program, but for the event loop: one ledger, its windows, the desktop they stand on.
-// Large: on the heap. Needs a QApplication.
+// The whole program but for the event loop. It belongs on the heap, since the ledger takes 5 MB,
+// and needs a QApplication.
 struct Program {
     Program();
 

@@ -21,7 +21,7 @@ Slaying_Tallies::Slaying_Tallies()
                                                                            .Caption =
                                                                                "Monster Kills:"},
       cmdClipboard{.At = {2340, 5370, 2235, 330}, .TabIndex = 2, .Caption = "Send to Clipboard"},
-      txtClipboard{.MultiLine = true, .Visible = false}, lblStatus{.At = {45, 5775, 6855, 255}},
+      txtClipboard{.Visible = false}, lblStatus{.At = {45, 5775, 6855, 255}},
 
       mnuFile{.Caption = "File"}, mnuFileNew{.Parent = &mnuFile, .Caption = "&Blank all data"},
       mnuFileSep1{.Parent = &mnuFile, .Caption = "-"},
