@@ -73,7 +73,8 @@ protected:
     bool event(QEvent* event) override {
         // The base class would break the text at a width of its own again.
         const bool layout = event->type() == QEvent::LayoutRequest;
-        return layout ? QDialog::event(event) : QMessageBox::event(event);
+        return layout ? QDialog::event(event) // NOLINT(bugprone-parent-virtual-call)
+                      : QMessageBox::event(event);
     }
 
     void showEvent(QShowEvent* event) override {
