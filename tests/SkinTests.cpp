@@ -62,26 +62,25 @@ protected:
     // Does `answer` with the modal box that opens while `work` runs. Returns whether one did.
     template <class Work, class Answer>
     bool WithBox(Work work, Answer answer) {
-        bool opened = false;
+        int ticks = 0;
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
             QWidget* const box = QApplication::activeModalWidget();
-            if (box != nullptr && !std::exchange(opened, true)) {
+            if (box != nullptr && ++ticks == 1) {
                 answer(box);
-            } else if (box != nullptr && ++Waits > 100) {
+            } else if (box != nullptr && ticks > 100) {
                 box->close(); // its answer did not close it
             }
         });
         poll.start(20);
         work();
-        return opened;
+        return ticks > 0;
     }
 
     std::unique_ptr<Program> Tallies;
     QMainWindow* Window = nullptr;
     QTreeView* Characters = nullptr;
     QTreeView* Monsters = nullptr;
-    int Waits = 0;
 };
 
 TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
