@@ -8,6 +8,8 @@
 int main(int argc, char* argv[]) {
     PrepareProcess();
     const QApplication application(argc, argv);
+    // By this name Wayland finds the icon of the windows.
+    QApplication::setDesktopFileName("slaying-tallies");
     const auto program = std::make_unique<Program>();
     program->MainWindow.Window.Show();
     return QApplication::exec();

@@ -66,12 +66,11 @@ struct WatchedWorld : World {
         };
         Window.txtGame.Repaint = [this] { Shown += " game " + Window.txtGame.Text.Get(); };
         Window.txtParty.Repaint = [this] { Shown += " party " + Window.txtParty.Text.Get(); };
-        Window.lstCharacters.RowsChanged = [this] { Shown += " refill"; };
+        Window.lstCharacters.RowsChanged = [this] {
+            Shown += Shown.ends_with(" refill") ? "" : " refill"; // one of many changes
+        };
     }
-    std::string TakeShown() {
-        Window.lstCharacters.MarkRead();
-        return std::exchange(Shown, {});
-    }
+    std::string TakeShown() { return std::exchange(Shown, {}); }
 
     std::string Shown;
 };

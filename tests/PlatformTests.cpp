@@ -102,5 +102,5 @@ TEST(CodePage, BringsEveryByteBack) {
         u"~\x7F\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152"
         u"\x8D\u017D\x8F\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A"
         u"\u0153\x9D\u017E\u0178\u00A0\u00A1");
-    EXPECT_EQ(CodePage::FromUnicode(u"a\u0100\U0001F409\u0080b"), "a???b");
+    EXPECT_EQ(CodePage::FromUnicode(u"a\u0100\U0001F409\u0080\u009F\uFFFFb"), "a?????b");
 }

@@ -63,6 +63,16 @@ TEST(ListSorter, SortsByTextNumberAndDate) {
     using Main::SortDate, Main::SortNumber, Main::SortText;
     for (const auto& [kind, cells, up] :
          {std::tuple(SortText, "b|A|100|a|9|B|\xDC|&|\xFC", "&|100|9|A|a|b|B|\xDC|\xFC"),
+          // By base letters, then by accents; upper and lower case are equal.
+          {SortText,
+           "\xD7|\x80|\x9E|\x8E|Z|\xFF|\x9F|\xFD|\xDD|Y|\xFC|\xDC|\xDE|\xFE|\xDF|"
+           "Ss|\x8A|\x9A|s|of|\x9C|\x8C|\xF8|\xD8|\xD6|O|\xF1|\xD1|n|\xEF|\xCF|Ea|"
+           "\xCB|\xE9|\xC9|\xC8|\xE8|E|e|\xD0|\xF0|\xE7|\xC7|aEb|\xC5\xE6|"
+           "\xE5\xC6|a\xC6|9|0|.|&|",
+           "|&|.|0|9|a\xC6|\xC5\xE6|\xE5\xC6|aEb|\xE7|\xC7|\xD0|\xF0|E|e|\xC8|"
+           "\xE8|\xE9|\xC9|\xCB|Ea|\xEF|\xCF|n|\xF1|\xD1|O|\xD6|\xF8|\xD8|\x9C|"
+           "\x8C|of|s|\x8A|\x9A|Ss|\xDF|\xDE|\xFE|\xFC|\xDC|Y|\xFD|\xDD|\xFF|\x9F|"
+           "Z|\x9E|\x8E|\x80|\xD7"},
           {SortNumber, "10|9|100|2.5", "2.5|9|10|100"},
           {SortNumber, "0|-5|x|-10|1e3|-2.5|7x", "x|7x|-10|-5|-2.5|0|1e3"},
           {SortDate, "2004-06-16|2004-06-15 23:59|2004-06-15 23:59:01|1899-01-01",

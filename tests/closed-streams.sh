@@ -1,6 +1,6 @@
 #!/bin/sh
-# Starts the program without standard input, output and error, as some launchers do, and looks what
-# stands in their place: a window's connection or a player's file must not.
+# Starts the program with standard input, output and error closed, as some launchers do. Then
+# something harmless must be open in their place, not a connection or a file of the player's.
 "$1" <&- >&- 2>&- &
 for wait in 1 2 3 4 5 6 7 8 9 10; do
     sleep 0.5

@@ -3,11 +3,11 @@
 #include <QString>
 #include <QWidget>
 
-// The file dialog as the player sees it, the toolkit's or the system's own. Each system has its
-// own source file for this header.
+// Works the open file dialog, the toolkit's or the system's own. Each system has its own source
+// file.
 namespace FileDialog {
 
-// Types a name into the open dialog. False when it takes none.
+// Types a name. Returns false if the dialog does not take it.
 bool Type(QWidget* dialog, const QString& name);
 
 void Accept(QWidget* dialog);

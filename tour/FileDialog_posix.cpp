@@ -4,7 +4,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-// Here the toolkit's.
+// The toolkit's dialog.
 namespace FileDialog {
 
 bool Type(QWidget* dialog, const QString& name) {

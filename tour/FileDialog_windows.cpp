@@ -6,7 +6,7 @@
 #include <cwchar>
 #include <windows.h>
 
-// Here the system's own, which the toolkit does not reach into.
+// The system's own dialog, which the toolkit cannot work.
 namespace FileDialog {
 namespace {
 

@@ -1,8 +1,8 @@
-// A tour of the program: works the real window with mouse and keys as a player would, leaves a
-// screenshot of each stage, prints the two lists and the clipboard report.
+// Works the real windows with mouse and keys as a player would. Writes a screenshot of each stage,
+// prints the two lists and the clipboard report.
 // usage: tour SAMPLES SCREENSHOTS
-//        tour clipboard             prints what is on the clipboard
-// Exit status 0 only if every stage came out as it should.
+//        tour clipboard             prints the contents of the clipboard
+// The exit status is 0 only if every stage had the expected result.
 
 #include "FileDialog.h"
 #include "Program.h"
@@ -62,7 +62,7 @@ public:
         Require(Toured->Ledger.DataChanged == 1, "the samples were imported");
     }
 
-    // Clicks through the characters; gives each with its monsters, as the two lists show them.
+    // Clicks on each character. Returns all with their monsters, as the two lists show them.
     QStringList ReadLists() {
         QStringList all;
         for (int row = 0; row < Characters().model()->rowCount(); ++row) {
@@ -95,7 +95,7 @@ public:
         }
     }
 
-    // Types into the turn boxes; Enter commits the one, leaving it the other.
+    // Types into the turn boxes. One is committed by Enter, the other by leaving it.
     void CommitBoxes() {
         const auto boxes = Window()->findChildren<QLineEdit*>();
         ClickAt(boxes.at(2), boxes.at(2)->rect().center());
@@ -153,7 +153,7 @@ public:
         Photograph("character-deleted");
     }
 
-    // Gives the report as another program gets it from the clipboard.
+    // Returns the report as another program reads it from the clipboard.
     QString SendToClipboard() {
         auto* const button = Window()->findChild<QPushButton*>();
         ClickAt(button, button->rect().center());
@@ -176,7 +176,7 @@ private:
         return list.model()->index(row, column).data().toString();
     }
 
-    // Presses and releases the left button where a widget shows `at`.
+    // `at` is relative to the widget.
     static void ClickAt(QWidget* widget, QPoint at) {
         QWidget* const window = widget->window();
         QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
@@ -196,7 +196,7 @@ private:
         }
     }
 
-    // Does `work`, and `answer` with the dialog or box that it brings.
+    // Calls `work`, and `answer` with the dialog or box that it opens.
     template <class Work, class Answer>
     static void Answering(Work work, Answer answer) {
         bool answered = false;
@@ -215,7 +215,7 @@ private:
         QTest::qWait(30);
     }
 
-    // Opens the menu, clicks the entry, and answers the dialog that it brings.
+    // Clicks on a menu entry and answers the dialog that it opens.
     template <class Answer>
     void Choose(const Menu& entry, Answer answer) {
         QMenuBar* const bar = Window()->menuBar();
@@ -257,7 +257,7 @@ private:
                   [&](QWidget* box) { SayYes(box, photograph); });
     }
 
-    // The part of the screen on which windows of the program stand.
+    // Saves the part of the screen that the windows of the program cover.
     void Photograph(const QString& stage) {
         QTest::qWait(150);
         const QString name =
@@ -266,7 +266,7 @@ private:
         QRect shown;
         for (const QWidget* const window : QApplication::topLevelWidgets()) {
             if (window->isVisible()) {
-                // A dialog of the system's own may stand anywhere.
+                // A dialog of the system's own may be anywhere.
                 const bool elsewhere = window->testAttribute(Qt::WA_DontShowOnScreen);
                 shown |= elsewhere ? screen->geometry() : window->frameGeometry();
             }
@@ -315,8 +315,8 @@ void GiveTour(const QString& samples, const QString& screenshots) {
 int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setCursorFlashTime(0); // no two looks of one stage
-    // A step that waits for something that never comes must not wait for ever.
+    QApplication::setCursorFlashTime(0); // else pictures of one stage would differ
+    // Ends a tour in which something never happens.
     constexpr int patience = 120'000; // milliseconds
     QTimer::singleShot(patience, [] {
         std::fputs("The tour failed: a step did not end\n", stderr);

@@ -7,7 +7,7 @@
 namespace CodePage {
 namespace {
 
-// Bytes 0x80 to 0x9F; all others are the characters of the same number.
+// The characters of bytes 0x80 to 0x9F. Every other byte is the character of the same number.
 constexpr std::array<char16_t, 32> HighControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
@@ -28,7 +28,31 @@ char Byte(char16_t character) {
     return direct ? static_cast<char>(character) : '?';
 }
 
-// A surrogate is one half of a character of two units.
+// The letters with accents and the like that sort as one base letter or two, each in its upper
+// and its lower case.
+struct Family {
+    std::string_view Base;
+    std::string_view Members;
+};
+constexpr auto Families = std::to_array<Family>({
+    {"a", "\xC0\xE0\xC1\xE1\xC2\xE2\xC3\xE3\xC4\xE4\xC5\xE5"},
+    {"ae", "\xC6\xE6"},
+    {"c", "\xC7\xE7"},
+    {"d", "\xD0\xF0"},
+    {"e", "\xC8\xE8\xC9\xE9\xCA\xEA\xCB\xEB"},
+    {"i", "\xCC\xEC\xCD\xED\xCE\xEE\xCF\xEF"},
+    {"n", "\xD1\xF1"},
+    {"o", "\xD2\xF2\xD3\xF3\xD4\xF4\xD5\xF5\xD6\xF6\xD8\xF8"},
+    {"oe", "\x8C\x9C"},
+    {"s", "\x8A\x9A"},
+    {"ss", "\xDF"},
+    {"th", "\xDE\xFE"},
+    {"u", "\xD9\xF9\xDA\xFA\xDB\xFB\xDC\xFC"},
+    {"y", "\xDD\xFD\x9F\xFF"},
+    {"z", "\x8E\x9E"},
+});
+
+// The two halves of a character that takes two UTF-16 units.
 bool IsLeadingSurrogate(char16_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
@@ -58,22 +82,25 @@ std::string FromUnicode(std::u16string_view text) {
     return bytes;
 }
 
-unsigned char Lower(unsigned char character) {
-    constexpr unsigned char multiplication = 0xD7; // stands among the letters
-    if ((character >= 'A' && character <= 'Z') ||
-        (character >= 0xC0 && character <= 0xDE && character != multiplication)) {
-        return static_cast<unsigned char>(character + 0x20);
+std::pair<std::string, std::string> SortKey(std::string_view text) {
+    std::string bases;
+    std::string accents; // 0 for none, else a number that tells the letters of a family apart
+    for (const char c : text) {
+        const auto* family = Families.end();
+        if (static_cast<unsigned char>(c) >= FirstHighControl) {
+            family = std::find_if(Families.begin(), Families.end(), [c](const Family& letters) {
+                return letters.Members.find(c) != std::string_view::npos;
+            });
+        }
+        if (family != Families.end()) {
+            bases += family->Base;
+            accents += static_cast<char>(1 + family->Members.find(c) / 2);
+        } else {
+            bases += static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+            accents += '\0';
+        }
     }
-    switch (character) {
-    case 0x8A: // S with caron
-    case 0x8C: // OE
-    case 0x8E: // Z with caron
-        return static_cast<unsigned char>(character + 0x10);
-    case 0x9F: // Y with diaeresis
-        return 0xFF;
-    default:
-        return character;
-    }
+    return {bases, accents};
 }
 
 } // namespace CodePage

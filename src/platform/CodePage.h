@@ -2,19 +2,21 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 // The machine's ANSI code page: Windows-1252, its five unassigned bytes as the control
-// characters of the same number, so that every byte has a character and comes back as itself.
+// characters of the same number, so that every byte survives the way to Unicode and back.
 namespace CodePage {
 
-// One UTF-16 unit per byte.
+// Returns one UTF-16 unit per byte.
 std::u16string ToUnicode(std::string_view text);
 
-// One byte per character; a character that the page lacks becomes one '?', also when it takes
-// two UTF-16 units.
+// Returns one byte per character. A character that the page lacks becomes one '?', even if it
+// takes two UTF-16 units.
 std::string FromUnicode(std::u16string_view text);
 
-// The lower-case letter of an upper-case one, any other byte as it is.
-unsigned char Lower(unsigned char character);
+// What to compare to order texts as a reader expects: first the base letters, then
+// the accents. Upper and lower case are equal; all that is no letter keeps its byte order.
+std::pair<std::string, std::string> SortKey(std::string_view text);
 
 } // namespace CodePage

@@ -8,15 +8,6 @@
 
 namespace {
 
-// What the sort order compares.
-std::string Folded(std::string_view text) {
-    std::string folded(text);
-    std::transform(folded.begin(), folded.end(), folded.begin(), [](char c) {
-        return static_cast<char>(CodePage::Lower(static_cast<unsigned char>(c)));
-    });
-    return folded;
-}
-
 const std::string& CellText(const ListItem& row, int sortKey) {
     static const std::string none;
     if (sortKey == 0) {
@@ -31,7 +22,7 @@ const std::string& CellText(const ListItem& row, int sortKey) {
 void ListView::Clear() {
     RowCount = 0;
     Selected = 0;
-    MarkStale();
+    Raise(RowsChanged);
 }
 
 ListItem& ListView::Add(std::string_view text) {
@@ -49,12 +40,12 @@ ListItem& ListView::Add(std::string_view text) {
     if (Selected == 0) {
         Selected = 1;
     }
-    MarkStale();
+    Raise(RowsChanged);
     return row;
 }
 
 ListItem& ListView::Item(int number) {
-    MarkStale();
+    Raise(RowsChanged);
     return Rows.at(Index(number));
 }
 
@@ -85,9 +76,10 @@ void ListView::SetSorted(bool on) {
         return;
     }
     Rows.resize(RowCount);
-    std::vector<std::string> keys(RowCount);
-    std::transform(Rows.begin(), Rows.end(), keys.begin(),
-                   [this](const ListItem& row) { return Folded(CellText(row, SortKey)); });
+    std::vector<std::pair<std::string, std::string>> keys(RowCount);
+    std::transform(Rows.begin(), Rows.end(), keys.begin(), [this](const ListItem& row) {
+        return CodePage::SortKey(CellText(row, SortKey));
+    });
     std::vector<std::size_t> order(RowCount);
     std::iota(order.begin(), order.end(), std::size_t{0});
     const bool descending = SortOrder != 0;
@@ -106,7 +98,7 @@ void ListView::SetSorted(bool on) {
     }
     Rows = std::move(sorted);
     Selected = selected;
-    MarkStale();
+    Raise(RowsChanged);
 }
 
 bool ListView::HasRowEvents() const {
@@ -127,13 +119,6 @@ void ListView::RaiseKeyUp(int keyCode, int shift) const {
 
 void ListView::RaiseColumnClick(int column) const {
     Raise(ColumnClick, column);
-}
-
-void ListView::MarkStale() {
-    if (!Stale) {
-        Stale = true;
-        Raise(RowsChanged);
-    }
 }
 
 void Form::Show() {

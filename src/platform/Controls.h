@@ -10,18 +10,18 @@
 #include <variant>
 #include <vector>
 
-// The controls that windows are made of, as plain data. Logic reads and writes them and knows
-// nothing else; whoever renders them (the skin) or works them (a test) subscribes to what shows
-// and raises the events. Places and sizes are in twips, 1,440 to the inch; texts are bytes.
+// The controls that windows are made of, as plain data. Logic only reads and writes them. The skin
+// or a test subscribes to the displayed values and raises the events. Places and sizes are in
+// twips, 1,440 to the inch; texts are bytes.
 
-// A value that shows. Each assignment tells the subscriber, if there is one, also when the value
-// stays the same: a column width set again undoes what the player dragged.
+// A displayed value. Every assignment notifies the subscriber, even if the value is unchanged:
+// setting a column width again undoes what the player dragged.
 template <class T>
 class Property {
 public:
     Property() = default;
     template <std::convertible_to<T> From>
-    Property(From&& value) // NOLINT(*-forwarding-reference-overload): a value stands for it
+    Property(From&& value) // NOLINT(*-forwarding-reference-overload): converts from a value
         : Value(std::forward<From>(value)) {}
 
     template <std::convertible_to<T> From>
@@ -41,7 +41,7 @@ private:
     T Value{};
 };
 
-// Raises an event that nobody may be wired to.
+// Calls the handler, if there is one.
 template <class... Arguments>
 void Raise(const std::function<void(Arguments...)>& event, Arguments... arguments) {
     if (event) {
@@ -64,7 +64,7 @@ enum KeyCode { KeyEnter = 13, KeyUpArrow = 38, KeyDownArrow = 40, KeyDelete = 46
 
 struct Label {
     Place At;
-    Property<std::string> Caption; // '&' is a character like any other
+    Property<std::string> Caption; // '&' is shown as it is
     Alignment Align = Alignment::Left;
     double FontPoints = 8.25;
     std::string FontName; // empty: the desktop's own
@@ -78,7 +78,6 @@ struct Label {
 struct TextBox {
     Place At;
     int TabIndex = 0;
-    bool MultiLine = false;
     bool Visible = true;
     Property<std::string> Text;
     std::size_t SelStart = 0; // characters before the selection
@@ -98,13 +97,12 @@ struct Button {
     Place At;
     int TabIndex = 0;
     std::string Caption; // '&' marks the letter to underline
-    Property<bool> Enabled = true;
     std::function<void()> Click;
 };
 
 struct Frame {
     Place At;
-    std::string Caption; // a frame without one is a plain border
+    std::string Caption; // if empty, the frame is a plain border
     std::function<void()> Click;
 };
 
@@ -115,22 +113,21 @@ struct Line {
 
 struct Image {
     Place At;
-    std::string Own;               // the bytes of a GIF file, shown where Picture is not one
+    std::string Own;               // the bytes of a GIF file, shown if Picture is not one
     Property<std::string> Picture; // the bytes of a GIF file
     std::function<void()> Click;
 };
 
-// An entry of the menu bar if it has no parent, else an entry of the parent's menu.
+// A menu of the menu bar if it has no parent, else an entry of its parent.
 struct Menu {
     Menu* Parent = nullptr;
     std::string Caption; // "-" is a separator; '&' marks the letter to underline
-    Property<bool> Enabled = true;
     std::function<void()> Click;
 };
 
 struct ListSubItem {
     std::string Text;
-    std::string Tag; // a free value that travels with its cell
+    std::string Tag; // a free value that stays with its cell
 };
 
 struct ListItem {
@@ -145,9 +142,9 @@ struct ColumnHeader {
     Property<Alignment> Align = Alignment::Left;
 };
 
-// Report view: rows of cells under column headers, one row selected as long as there are rows.
-// Rows and columns are numbered from 1. The sort order is the control's own: upper and lower
-// case are equal, equal texts keep their order, the empty text comes first.
+// A table: rows of cells under column headers. One row is selected as long as there are rows.
+// Rows and columns are numbered from 1. Texts are sorted by CodePage::SortKey, equal ones keep
+// their order, the empty text comes first.
 class ListView {
 public:
     ListView() = default;
@@ -156,7 +153,7 @@ public:
     Place At;
     int TabIndex = 0;
     std::vector<ColumnHeader> ColumnHeaders; // complete before the list is rendered
-    Property<bool> Enabled = true;           // off: rows raise no event, the header still does
+    Property<bool> Enabled = true;           // if false, rows raise no event; headers still do
     Property<Pointer> MousePointer = Pointer::Default;
 
     std::function<void()> Click;
@@ -167,54 +164,51 @@ public:
         return ColumnHeaders.at(static_cast<std::size_t>(number) - 1);
     }
 
-    // Rows.
     void Clear();
-    // Appends a row with this text and empty cells behind it. The reference holds until the
-    // next change of the rows.
+    // Appends a row with this text in column 1 and empty cells in the others. The reference is
+    // valid until the next change of the rows.
     ListItem& Add(std::string_view text);
     int Count() const { return static_cast<int>(RowCount); }
-    // The row `number` in the present order, to be changed or only read.
-    // Fails (std::out_of_range) on a number that is no row.
+    // The row `number` in the current order. Throws std::out_of_range if there is none. The
+    // non-const one counts as a change of the rows.
     ListItem& Item(int number);
     const ListItem& Item(int number) const;
 
-    // The selected row, null on a list without rows; its number, 0 likewise.
+    // The selected row and its number; null and 0 if there are no rows.
     const ListItem* SelectedItem() const;
     int SelectedRow() const { return Selected; }
-    // As a click or an arrow key does; raises no event.
+    // Raises no event. Ignores a number that is no row.
     void Select(int number);
 
-    // Sort state. Switching `Sorted` on orders the rows at once by the text of column
-    // SortKey + 1, also when it was on already; tags, cells and selection travel along.
+    // Switching `Sorted` on orders the rows at once by the text of column SortKey + 1, even if it
+    // was on already. Tags, cells and selection stay with their rows.
     Property<int> SortKey = 0;
     Property<int> SortOrder = 0; // 0 ascending, 1 descending
     bool Sorted() const { return IsSorted; }
     void SetSorted(bool on);
 
-    // How the player's events come in. A row event needs an available list with a selected row.
+    // Raise the player's events. Row events are dropped unless the list is enabled and a row is
+    // selected.
     void RaiseClick() const;
     void RaiseKeyUp(int keyCode, int shift) const;
     void RaiseColumnClick(int column) const;
 
-    // Told when rows read so far no longer hold; whoever reads them anew says so.
+    // Called at every change of rows; a refill calls it many times.
     std::function<void()> RowsChanged;
-    void MarkRead() { Stale = false; }
 
 private:
-    void MarkStale();
     bool HasRowEvents() const;
     std::size_t Index(int number) const;
 
-    // The first RowCount entries are the rows. Those behind are left over from a longer list: a
-    // refill writes over them instead of asking for memory anew.
+    // The first RowCount entries are the rows. The rest is left over from a longer list, so that a
+    // refill can reuse its memory.
     std::vector<ListItem> Rows;
     std::size_t RowCount = 0;
     int Selected = 0;
     bool IsSorted = false;
-    bool Stale = false;
 };
 
-// A file dialog. Set up by each caller before each showing.
+// A file dialog. Each caller sets it up before each use.
 struct CommonDialog {
     static constexpr int HideReadOnly = 4;
     static constexpr int FileMustExist = 4096;
@@ -222,18 +216,18 @@ struct CommonDialog {
     std::string DialogTitle;
     std::string Filter; // description|pattern
     int Flags = 0;
-    std::filesystem::path FileName; // the choice; as it was when the dialog is cancelled
-    std::filesystem::path Folder;   // where it was last used; empty: as the desktop pleases
+    std::filesystem::path FileName; // the chosen file; unchanged if the dialog is cancelled
+    std::filesystem::path Folder;   // where it was last used; empty: the desktop's choice
 };
 
 using AnyControl = std::variant<Label*, TextBox*, Button*, Frame*, Line*, Image*, Menu*, ListView*>;
 
 struct PlacedControl {
     AnyControl Control;
-    const Frame* Container = nullptr; // null: the client area
+    const Frame* Container = nullptr; // null: lies in the client area
 };
 
-// A window. Its controls refer to one another, so that it is neither copied nor moved.
+// A window. Controls refer to one another by address, so it is neither copied nor moved.
 class Form {
 public:
     Form() = default;
@@ -243,17 +237,17 @@ public:
     std::string Caption;
     int ClientWidth = 0;
     int ClientHeight = 0;
-    std::vector<PlacedControl> Controls; // a container before what lies in it
+    std::vector<PlacedControl> Controls; // a container comes before its contents
     Property<bool> Enabled = true;
     Property<Pointer> MousePointer = Pointer::Default;
-    Property<bool> Visible = false; // renderers show, raise and close the window by it
+    Property<bool> Visible = false; // a renderer shows and raises, or closes, the window
 
     std::function<void()> Load;
     std::function<void()> Unloading;
 
     // Loads the window if it is not loaded, then shows it, modeless.
     void Show();
-    // Closes the window if it is loaded; the next Show loads it again.
+    // Closes the window if it is loaded. The next Show loads it again.
     void Unload();
 
 private:

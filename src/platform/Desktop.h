@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-// Title of every message that gives none of its own, and of the main window.
+// Title of the main window, and of every message that has none of its own.
 constexpr std::string_view ApplicationTitle = "Marrowquill - Slaying Tallies";
 
 enum class Buttons { Ok, YesNo };
@@ -21,27 +21,28 @@ struct Message {
     Icon Sign = Icon::None;
 };
 
-// What leaves the process or blocks it. The skin fills it for real, tests with scripted answers.
+// Everything that leaves the process or blocks it. The skin provides the real one, tests one with
+// scripted answers.
 struct Desktop {
-    // Modal; gives the button pressed. A box closed without a button answers Ok or No.
+    // Modal; returns the button pressed. A box that is closed without a button answers Ok or No.
     std::function<Answer(const Message&)> ShowMessage;
 
-    // The open-file and the save-file dialog, modal. True when the player chose a file, which
-    // then stands in FileName; false on a cancel. Neither asks about a file that is there.
+    // The open-file and the save-file dialog, modal. Return true and set FileName and Folder when
+    // the player chose a file, false on a cancel. Neither asks before a file is overwritten.
     std::function<bool(CommonDialog&)> ShowOpen;
     std::function<bool(CommonDialog&)> ShowSave;
 
-    // The system clipboard. Both fail when it cannot be opened.
+    // The system clipboard. Both throw when it cannot be opened.
     std::function<void()> ClipboardClear;
     std::function<void(std::string_view)> ClipboardSetText;
 
-    // The bytes of a picture file; empty when it cannot be read.
+    // Returns the bytes of a picture file, none if it cannot be read.
     std::function<std::string(const std::filesystem::path&)> LoadPicture;
 
-    // Stops the drawing of a list; with null, lets the one that is stopped draw again.
+    // Stops the drawing of a list; null lets it draw again.
     std::function<void(ListView*)> LockWindowUpdate;
 
-    // Folder of the running program.
+    // The folder of the running program.
     std::function<std::filesystem::path()> AppPath;
 
     // Closes every window of the program, which ends it.

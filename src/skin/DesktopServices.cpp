@@ -9,15 +9,21 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+#include <QScreen>
 #include <QSettings>
 #include <QTimer>
+#include <QTreeView>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
 
-// While a box waits for the player the pointer is an arrow, whatever the work behind it shows.
+// Shows an arrow as the pointer, also while a command shows the hourglass.
 class ArrowPointer {
 public:
     ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
@@ -26,8 +32,8 @@ public:
     ArrowPointer& operator=(const ArrowPointer&) = delete;
 };
 
-// Lets the windows behind a box that has closed show again, while no key or click counts: a
-// command that goes on from here draws no more than its status until it ends.
+// Repaints what a closed box has covered, while keys and clicks wait: a command that goes on from
+// here draws nothing but its status until it ends.
 void LetWindowsShow() {
     constexpr int milliseconds = 60;
     QEventLoop loop;
@@ -48,8 +54,7 @@ QMessageBox::Icon ToScreen(Icon sign) {
     }
 }
 
-// Runs a dialog to its end. The dialog is gone, with all that popped up over it, before the
-// windows behind show again.
+// Runs a dialog to its end and returns what `read` makes of it.
 template <class Dialog, class Read>
 auto Run(std::unique_ptr<Dialog> dialog, Read read) {
     const auto result = read(*dialog, dialog->exec());
@@ -58,16 +63,91 @@ auto Run(std::unique_ptr<Dialog> dialog, Read read) {
     return result;
 }
 
+// A message box that breaks its text into lines of about equal length, and that opens where the
+// selected rows of the lists stay in sight, if the platform lets a program place its windows.
+class MessageBox : public QMessageBox {
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    bool event(QEvent* event) override {
+        // The base class would break the text at a width of its own again.
+        const bool layout = event->type() == QEvent::LayoutRequest;
+        return layout ? QDialog::event(event) // NOLINT(bugprone-parent-virtual-call)
+                      : QMessageBox::event(event);
+    }
+
+    void showEvent(QShowEvent* event) override {
+        QMessageBox::showEvent(event);
+        if (auto* const label = findChild<QLabel*>("qt_msgbox_label")) {
+            label->setWordWrap(true);
+            label->setFixedWidth(BalancedWidth(label->fontMetrics(), text()));
+            const int width = layout()->totalMinimumSize().width();
+            setFixedSize(width, layout()->totalHeightForWidth(width));
+            adjustPosition(parentWidget());
+        }
+        if (parentWidget() != nullptr) {
+            LeaveInSight(SelectedRows());
+        }
+    }
+
+private:
+    // Returns the least width at which the text has as few lines as at the greatest width.
+    static int BalancedWidth(const QFontMetrics& metrics, const QString& text) {
+        constexpr int longestLine = 70; // average characters
+        constexpr int spare = 2;        // pixels
+        const auto height = [&](int width) {
+            return metrics.boundingRect(0, 0, width, 0, Qt::TextWordWrap, text).height();
+        };
+        int width =
+            std::min(metrics.size(0, text).width(), longestLine * metrics.averageCharWidth());
+        const int least = height(width);
+        while (width > 1 && height(width - 1) == least) {
+            --width;
+        }
+        return width + spare;
+    }
+
+    QRegion SelectedRows() const {
+        QRegion rows;
+        for (const QTreeView* const list : parentWidget()->findChildren<QTreeView*>()) {
+            const QRect row = list->visualRect(list->currentIndex()) & list->viewport()->rect();
+            rows += row.translated(list->viewport()->mapToGlobal(QPoint()));
+        }
+        return rows;
+    }
+
+    // Moves the box under or over the rows if it would cover them and there is room.
+    void LeaveInSight(const QRegion& rows) {
+        // Its own frame is not known yet.
+        const QRect outer = parentWidget()->frameGeometry();
+        const QRect inner = parentWidget()->geometry();
+        const QRect now =
+            geometry().adjusted(outer.left() - inner.left(), outer.top() - inner.top(),
+                                outer.right() - inner.right(), outer.bottom() - inner.bottom());
+        const QRect all = rows.boundingRect();
+        for (const int top : {now.top(), all.bottom() + 1, all.top() - now.height()}) {
+            QRect place = now;
+            place.moveTop(top);
+            if (!rows.intersects(place) && screen()->availableGeometry().contains(place)) {
+                move(x(), y() + top - now.top());
+                return;
+            }
+        }
+    }
+};
+
 Answer ShowMessage(const Message& message) {
     const ArrowPointer arrow;
     const bool question = message.Choice == Buttons::YesNo;
     auto box =
-        std::make_unique<QMessageBox>(ToScreen(message.Sign), Translate::ToScreen(message.Title),
-                                      Translate::ToScreen(message.Prompt).remove('\r'),
-                                      question ? QMessageBox::Yes | QMessageBox::No
-                                               : QMessageBox::StandardButtons(QMessageBox::Ok),
-                                      QApplication::activeWindow());
+        std::make_unique<MessageBox>(ToScreen(message.Sign), Translate::ToScreen(message.Title),
+                                     Translate::ToScreen(message.Prompt).remove('\r'),
+                                     question ? QMessageBox::Yes | QMessageBox::No
+                                              : QMessageBox::StandardButtons(QMessageBox::Ok),
+                                     QApplication::activeWindow());
     box->setTextFormat(Qt::PlainText);
+    box->setDefaultButton(QMessageBox::Yes); // else the desktop would choose; Esc is always No
     return Run(std::move(box), [question](const QMessageBox&, int pressed) {
         if (!question) {
             return Answer::Ok;
@@ -76,10 +156,9 @@ Answer ShowMessage(const Message& message) {
     });
 }
 
-// "description|pattern" as the toolkit writes it. The description can hold a pattern of its own
-// that only looks like one, so the dialog is told to hide the real one behind it. A name that is
-// typed without an extension stays without: where the dialog is the system's own, the toolkit
-// takes what stands behind the first "*." in here for an extension to add, so there is none.
+// Converts "description|pattern" to the toolkit's "description (pattern)", of which the dialog
+// shows the description only. A system's own dialog would add an extension to a typed name: the one
+// that follows the first "*." of the filter. So there is no "*." in it.
 QString ToNameFilter(std::string_view filter) {
     const std::size_t bar = filter.find('|');
     const QString sought("*.");
@@ -87,7 +166,9 @@ QString ToNameFilter(std::string_view filter) {
            Translate::ToScreen(filter.substr(bar + 1)).replace(sought, "*?.") + ')';
 }
 
-bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
+// Opens the toolkit's dialog large enough to read, or at `size` if there is one, and updates
+// `size`. A system's own dialog has its own ways.
+bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size) {
     auto box = std::make_unique<QFileDialog>(QApplication::activeWindow(),
                                              Translate::ToScreen(dialog.DialogTitle));
     box->setAcceptMode(mode);
@@ -102,7 +183,16 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode) {
         box->selectFile(QString::fromStdU16String(dialog.FileName.u16string()));
     }
     box->setNameFilter(ToNameFilter(dialog.Filter));
-    return Run(std::move(box), [&dialog](const QFileDialog& closed, int result) {
+    if (auto* const files = box->findChild<QTreeView*>("treeView")) {
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        const QFontMetrics metrics = files->fontMetrics();
+        const QSize readable(130 * metrics.averageCharWidth(), 30 * metrics.lineSpacing());
+        const QSize largest = box->screen()->availableSize() * 0.9;
+        box->resize(size.isEmpty() ? readable.boundedTo(largest) : size);
+    }
+    return Run(std::move(box), [&dialog, &size](const QFileDialog& closed, int result) {
+        size = closed.size();
         if (result != QDialog::Accepted) {
             return false;
         }
@@ -118,11 +208,11 @@ std::string LoadPicture(const std::filesystem::path& path) {
     try {
         return Files::LeadingBytes(path, largest);
     } catch (const std::exception&) {
-        return {}; // as good as no picture
+        return {};
     }
 }
 
-// At most one list is locked at a time.
+// Stops the drawing of one list, lets all others draw.
 void LockDrawing(ListView* list) {
     for (QWidget* const widget : QApplication::allWidgets()) {
         if (auto* const shown = dynamic_cast<ListWidget*>(widget)) {
@@ -134,17 +224,18 @@ void LockDrawing(ListView* list) {
 } // namespace
 
 Desktop RealDesktop() {
-    // Nothing of a run outlives it: the toolkit's file dialog would keep its history among the
-    // player's settings. No file can be made where it is sent instead.
+    // A run leaves no settings behind. The toolkit's file dialog would save its history; here it
+    // cannot create a file.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/nowhere");
 
+    const auto dialogSize = std::make_shared<QSize>();
     Desktop desktop;
     desktop.ShowMessage = ShowMessage;
-    desktop.ShowOpen = [](CommonDialog& dialog) {
-        return ShowDialog(dialog, QFileDialog::AcceptOpen);
+    desktop.ShowOpen = [dialogSize](CommonDialog& dialog) {
+        return ShowDialog(dialog, QFileDialog::AcceptOpen, *dialogSize);
     };
-    desktop.ShowSave = [](CommonDialog& dialog) {
-        return ShowDialog(dialog, QFileDialog::AcceptSave);
+    desktop.ShowSave = [dialogSize](CommonDialog& dialog) {
+        return ShowDialog(dialog, QFileDialog::AcceptSave, *dialogSize);
     };
     desktop.ClipboardClear = [] { QApplication::clipboard()->clear(); };
     desktop.ClipboardSetText = [](std::string_view text) {

@@ -2,5 +2,5 @@
 
 #include "platform/Desktop.h"
 
-// The services of the real desktop: message boxes, file dialogs and the rest.
+// Returns the services of the real desktop. Needs a QApplication.
 Desktop RealDesktop();

@@ -1,6 +1,8 @@
 #include "skin/FormRenderer.h"
 
+#include "skin/EventWatch.h"
 #include "skin/ListWidget.h"
+#include "skin/Looks.h"
 #include "skin/Translate.h"
 
 #include <QAction>
@@ -14,54 +16,15 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMouseEvent>
 #include <QPixmap>
 #include <QPushButton>
 #include <QShortcut>
 
-#include <algorithm>
 #include <limits>
 #include <map>
 #include <utility>
 
 namespace {
-
-// Sees the events of one widget and raises those of its control.
-class EventWatch : public QObject {
-public:
-    using Handler = std::function<void(const QEvent&)>;
-
-    EventWatch(QWidget* watched, Handler handler) : QObject(watched), Handle(std::move(handler)) {
-        watched->installEventFilter(this);
-    }
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-        Handle(*event);
-        return false;
-    }
-
-private:
-    Handler Handle;
-};
-
-// Raises the click of a control that is no button.
-void WatchClick(QWidget* widget, const std::function<void()>& click) {
-    // A release counts only behind a press in the same place: the double click that chose a file
-    // is released over whatever the dialog stood on.
-    new EventWatch(widget, [widget, &click, pressed = false](const QEvent& event) mutable {
-        if (event.type() != QEvent::MouseButtonPress &&
-            event.type() != QEvent::MouseButtonRelease) {
-            return;
-        }
-        const auto& mouse = static_cast<const QMouseEvent&>(event);
-        if (mouse.button() != Qt::LeftButton) {
-            return;
-        }
-        const bool wasPressed = std::exchange(pressed, event.type() == QEvent::MouseButtonPress);
-        if (wasPressed && !pressed && widget->rect().contains(mouse.position().toPoint())) {
-            Raise(click);
-        }
-    });
-}
 
 class FormWindow : public QMainWindow {
 public:
@@ -97,7 +60,7 @@ public:
     }
 
     ~FormWindow() override {
-        // A box loses the focus while it still stands: what it commits is set in the box.
+        // A text box commits when it loses the focus, so it must do so while it exists.
         if (QWidget* const focused = focusWidget()) {
             focused->clearFocus();
         }
@@ -113,48 +76,26 @@ protected:
     }
 
 private:
-    // The keys of the window itself. The menus have no letters of their own to open them by.
+    // The keys of the window itself. No letter opens a menu, since none is underlined in the bar.
     void AddKeys() {
         if (!Menus.empty()) {
             new QShortcut(Qt::Key_F10, this, [this] {
                 menuBar()->setActiveAction(menuBar()->actions().constFirst());
             });
         }
-        if (TabStops.empty()) { // nothing in it takes keys: a notice
-            new QShortcut(Qt::Key_Escape, this, [this] { close(); });
+        // A window without a control for the keys is a notice. Esc closes it from every window of
+        // the program, since the keyboard is usually in another one.
+        if (TabStops.empty()) {
+            new QShortcut(
+                Qt::Key_Escape, this, [this] { close(); }, Qt::ApplicationShortcut);
         }
     }
 
-    // A label names the control that stands behind it in the form, to those who hear the window.
+    // For screen readers: a label names the control that follows it.
     void TakeHeading(QWidget* named) {
         if (QLabel* const heading = std::exchange(Heading, nullptr)) {
             heading->setBuddy(named);
             named->setAccessibleName(heading->text());
-        }
-    }
-
-    static void SetFontPoints(QWidget* widget, double points) {
-        QFont font = widget->font();
-        font.setPointSizeF(points);
-        widget->setFont(font);
-    }
-
-    // The font of the definition, or as much smaller as the text needs to be seen whole: fonts
-    // differ in width from one desktop to the next.
-    static void FitFont(QLabel* label, double points) {
-        constexpr double smallest = 5;
-        constexpr double step = 0.25;
-        const int layout =
-            static_cast<int>(label->alignment()) | (label->wordWrap() ? int{Qt::TextWordWrap} : 0);
-        const auto fits = [label, layout] {
-            const QFontMetrics metrics = label->fontMetrics();
-            return label->rect().contains(
-                metrics.boundingRect(label->rect(), layout, label->text()));
-        };
-        SetFontPoints(label, points);
-        while (!fits() && points > smallest) {
-            points -= step;
-            SetFontPoints(label, points);
         }
     }
 
@@ -184,7 +125,7 @@ private:
 
     void Render(TextBox& box, QWidget* parent) {
         if (!box.Visible) {
-            return; // nobody ever sees it, so its text need not go anywhere
+            return;
         }
         auto* const widget = new QLineEdit(parent);
         PlaceAt(widget, box.At);
@@ -200,15 +141,29 @@ private:
         });
         QObject::connect(widget, &QLineEdit::textEdited, widget,
                          [&box](const QString& typed) { box.Text = Translate::FromScreen(typed); });
-        new EventWatch(widget, [&box](const QEvent& event) {
+        new EventWatch(widget, [&box, widget](const QEvent& event) {
             if (event.type() == QEvent::FocusOut) {
                 Raise(box.LostFocus);
+                const auto reason = static_cast<const QFocusEvent&>(event).reason();
+                if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+                    widget->setCursorPosition(0); // so that a long number can be read
+                }
             } else if (event.type() == QEvent::KeyPress) {
                 const std::string typed =
                     Translate::FromScreen(static_cast<const QKeyEvent&>(event).text());
                 for (const char character : typed) {
                     Raise(box.KeyPress, int{static_cast<unsigned char>(character)});
+                    if (character == KeyEnter) {
+                        widget->setCursorPosition(0);
+                    }
                 }
+            } else if (event.type() == QEvent::ToolTip) {
+                // A frame and a margin of the same width at either end.
+                const int room = widget->width() -
+                                 4 * widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth);
+                const QString text = widget->text();
+                const bool cut = widget->fontMetrics().horizontalAdvance(text) > room;
+                widget->setToolTip(cut ? Translate::ToToolTip(text) : QString());
             }
         });
         box.Repaint = RepaintNow(widget);
@@ -218,8 +173,6 @@ private:
     void Render(Button& button, QWidget* parent) {
         auto* const widget = new QPushButton(Translate::ToScreen(button.Caption), parent);
         PlaceAt(widget, button.At);
-        Translate::Follow(button.Enabled, widget,
-                          [](QPushButton* shown, bool on) { shown->setEnabled(on); });
         QObject::connect(widget, &QPushButton::clicked, widget, [&button] { Raise(button.Click); });
         TabStops.emplace(button.TabIndex, widget);
     }
@@ -232,6 +185,10 @@ private:
             widget = border;
         } else {
             widget = new QGroupBox(Translate::ToScreen(frame.Caption), parent);
+            constexpr int indent = 105; // twips
+            auto* const style = new FrameStyle(Pixels.Length(indent));
+            style->setParent(widget);
+            widget->setStyle(style);
         }
         PlaceAt(widget, frame.At);
         WatchClick(widget, frame.Click);
@@ -276,8 +233,6 @@ private:
             return;
         }
         QAction* const entry = parentMenu->addAction(caption);
-        Translate::Follow(menu.Enabled, entry,
-                          [](QAction* shown, bool on) { shown->setEnabled(on); });
         QObject::connect(entry, &QAction::triggered, entry, [&menu] { Raise(menu.Click); });
     }
 
@@ -288,7 +243,7 @@ private:
         TabStops.emplace(list.TabIndex, widget);
     }
 
-    // Draws on the screen before it returns.
+    // The returned function draws the widget before it returns.
     static std::function<void()> RepaintNow(QWidget* widget) {
         return [shown = QPointer<QWidget>(widget)] {
             if (shown) {
@@ -297,7 +252,7 @@ private:
         };
     }
 
-    // The pointer of a window counts over all that lies in it, boxes included.
+    // The pointer of the window shows over its text boxes too, which have pointers of their own.
     void SetPointer(Pointer shape) {
         const bool busy = shape == Pointer::Hourglass;
         if (busy != Busy) {
@@ -337,8 +292,8 @@ QMainWindow* FormRenderer::Window() const {
 void FormRenderer::Follow() {
     if (!Rendered.Visible) {
         if (Shown) {
-            // Closed, not only hidden, so that the program ends with its last window; deleted
-            // later, since the window may be closing itself in one of its own events.
+            // Closed and not only hidden, so that the program ends with its last window. Deleted
+            // later, since this may run in an event of the window itself.
             QMainWindow* const gone = Shown;
             Shown = nullptr;
             gone->close();
@@ -349,6 +304,7 @@ void FormRenderer::Follow() {
     if (!Shown) {
         Shown = new FormWindow(Rendered);
     }
+    Shown->setWindowState(Shown->windowState() & ~Qt::WindowMinimized);
     Shown->show();
     Shown->raise();
     Shown->activateWindow();

@@ -6,17 +6,17 @@
 
 class QMainWindow;
 
-// Renders one form: a real window stands for it as long as it is visible. There is one renderer
-// for all forms; what a window looks like is all in the form's definition.
+// Shows one form as a real window while the form is visible. All forms have the same renderer; what
+// a window looks like is in the form's definition.
 class FormRenderer {
 public:
-    // Follows `form`, which must outlive the renderer, and shows it at its next Show.
+    // Follows `form`, which must outlive the renderer, from its next Show on.
     explicit FormRenderer(Form& form);
     ~FormRenderer();
     FormRenderer(const FormRenderer&) = delete;
     FormRenderer& operator=(const FormRenderer&) = delete;
 
-    // The window on the screen, null while there is none.
+    // The window on the screen; null if there is none.
     QMainWindow* Window() const;
 
 private:

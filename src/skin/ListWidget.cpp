@@ -1,76 +1,20 @@
 #include "skin/ListWidget.h"
 
-#include <QAbstractTableModel>
-#include <QAccessible>
-#include <QHeaderView>
+#include "skin/KeyHeader.h"
+#include "skin/RowModel.h"
+
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
-#include <QStyleOptionFocusRect>
+#include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
 
-class RowModel : public QAbstractTableModel {
-public:
-    RowModel(const ListView& list, QObject* parent) : QAbstractTableModel(parent), List(list) {}
-
-    void Restart() {
-        beginResetModel();
-        Rows = List.Count();
-        endResetModel();
-    }
-
-    // Both are asked for each row of a refill, and have no need of the checks of the base class.
-    QModelIndex index(int row, int column, const QModelIndex& parent) const override {
-        const bool exists = !parent.isValid() && row >= 0 && row < Rows && column >= 0 &&
-                            column < static_cast<int>(List.ColumnHeaders.size());
-        return exists ? createIndex(row, column) : QModelIndex();
-    }
-    Qt::ItemFlags flags(const QModelIndex& index) const override {
-        return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren
-                               : Qt::NoItemFlags;
-    }
-
-    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : Rows; }
-    int columnCount(const QModelIndex& parent) const override {
-        return parent.isValid() ? 0 : static_cast<int>(List.ColumnHeaders.size());
-    }
-    QVariant data(const QModelIndex& index, int role) const override {
-        if (role == Qt::TextAlignmentRole) {
-            return AlignmentOf(index.column());
-        }
-        // The rows may be fewer already than at the last restart.
-        if (role != Qt::DisplayRole || index.row() >= List.Count()) {
-            return {};
-        }
-        const ListItem& row = List.Item(index.row() + 1);
-        const auto column = static_cast<std::size_t>(index.column());
-        return Translate::ToScreen(column == 0 ? row.Text : row.ListSubItems.at(column - 1).Text);
-    }
-    QVariant headerData(int section, Qt::Orientation /*orientation*/, int role) const override {
-        if (role == Qt::TextAlignmentRole) {
-            return AlignmentOf(section);
-        }
-        return role == Qt::DisplayRole ? Translate::ToScreen(Header(section).Text) : QVariant();
-    }
-
-private:
-    const ColumnHeader& Header(int section) const {
-        return List.ColumnHeaders.at(static_cast<std::size_t>(section));
-    }
-    QVariant AlignmentOf(int section) const {
-        return static_cast<int>(Translate::ToScreen(Header(section).Align.Get()) |
-                                Qt::AlignVCenter);
-    }
-
-    const ListView& List;
-    int Rows = 0; // as of the last restart
-};
-
 namespace {
 
-// The key codes that lists act on, 0 for all others.
+// Returns the key code of a key that lists act on, 0 for any other.
 int ToKeyCode(int key) {
     switch (key) {
     case Qt::Key_Up:
@@ -86,38 +30,6 @@ int ToKeyCode(int key) {
 
 } // namespace
 
-// A header that shows which of its columns a key would click, while its list has the focus.
-class KeyHeader : public QHeaderView {
-public:
-    explicit KeyHeader(QWidget* list) : QHeaderView(Qt::Horizontal, list) {}
-
-    int Framed() const { return FramedSection; }
-    void Frame(int section) {
-        FramedSection = section;
-        window()->setAttribute(Qt::WA_KeyboardFocusChange); // from now on focus frames show
-        viewport()->update();
-        QAccessibleEvent told(parentWidget(), QAccessible::Focus);
-        told.setChild(section); // the header cells are the list's first children
-        QAccessible::updateAccessibility(&told);
-    }
-
-protected:
-    void paintSection(QPainter* painter, const QRect& rect, int section) const override {
-        painter->save();
-        QHeaderView::paintSection(painter, rect, section);
-        painter->restore();
-        if (section == FramedSection && sectionsClickable() && parentWidget()->hasFocus()) {
-            QStyleOptionFocusRect frame;
-            frame.initFrom(this);
-            frame.rect = rect.adjusted(1, 1, -1, -1);
-            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, painter, this);
-        }
-    }
-
-private:
-    int FramedSection = 0;
-};
-
 ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* parent)
     : QTreeView(parent),
       List(list),
@@ -132,26 +44,37 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(static_cast<bool>(List.ColumnClick));
     header()->setMinimumSectionSize(scale.Length(300));
+    connect(header(), &QHeaderView::sectionResized, this, [this, scale] {
+        int own = 0;
+        for (const ColumnHeader& column : List.ColumnHeaders) {
+            own += scale.Length(column.Width);
+        }
+        // Some styles' vertical scroll bar leaves a pixel less than the columns' own widths. That
+        // is no reason for a horizontal one.
+        setHorizontalScrollBarPolicy(header()->length() > own ? Qt::ScrollBarAsNeeded
+                                                              : Qt::ScrollBarAlwaysOff);
+    });
     for (int column = 1; column <= model()->columnCount(); ++column) {
         Translate::Follow(List.Column(column).Width, header(),
                           [column, scale](QHeaderView* shown, int width) {
                               shown->resizeSection(column - 1, scale.Length(width));
                           });
     }
-    connect(header(), &QHeaderView::sectionClicked, this,
-            [this](int section) { List.RaiseColumnClick(section + 1); });
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int section) {
+        Header->Frame(section);
+        List.RaiseColumnClick(section + 1);
+    });
     Translate::Follow(List.MousePointer, this, [](QTreeView* shown, Pointer shape) {
         shown->setCursor(shape == Pointer::Hourglass ? Qt::WaitCursor : Qt::ArrowCursor);
     });
     List.RowsChanged = [shown = QPointer<ListWidget>(this)] {
-        if (shown) {
-            shown->Stale = true;
+        // However many rows change before the next event, the view reads them once.
+        if (shown && !std::exchange(shown->Stale, true)) {
             QMetaObject::invokeMethod(
                 shown, [shown] { shown->Sync(); }, Qt::QueuedConnection);
         }
@@ -160,11 +83,9 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
 }
 
 void ListWidget::Sync() {
-    if (!Stale) {
+    if (!std::exchange(Stale, false)) {
         return;
     }
-    Stale = false;
-    List.MarkRead();
     Syncing = true;
     Model->Restart();
     if (List.SelectedRow() != 0) {
@@ -188,22 +109,26 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// Left and Right, which move nothing in the rows, choose a column; Enter clicks its header.
+// Left and Right frame a column, Enter clicks its header.
 bool ListWidget::PressInHeader(const QKeyEvent& event) {
     if (!List.ColumnClick) {
         return false;
     }
+    const auto frame = [this](int section) {
+        Header->FrameByKey(section);
+        scrollTo(currentIndex().siblingAtColumn(section));
+    };
     switch (event.key()) {
     case Qt::Key_Left:
-        Header->Frame(std::max(Header->Framed() - 1, 0));
+        frame(std::max(Header->Framed() - 1, 0));
         return true;
     case Qt::Key_Right:
-        Header->Frame(std::min(Header->Framed() + 1, Header->count() - 1));
+        frame(std::min(Header->Framed() + 1, Header->count() - 1));
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!event.isAutoRepeat()) {
-            Header->Frame(Header->Framed());
+            frame(Header->Framed());
             List.RaiseColumnClick(Header->Framed() + 1);
         }
         return true;
@@ -212,8 +137,9 @@ bool ListWidget::PressInHeader(const QKeyEvent& event) {
     }
 }
 
-// Only the release of a key that was pressed here counts: the Enter that closes a message box is
-// released over the list behind it, and a key held down sends releases of its own.
+// A release counts only if the key was pressed here: the Enter that closes a message box is
+// released over the list. A key that is held down sends releases of its own, which do not count
+// either.
 void ListWidget::keyReleaseEvent(QKeyEvent* event) {
     QTreeView::keyReleaseEvent(event);
     if (!event->isAutoRepeat() && KeysDown.erase(event->key()) > 0) {
@@ -234,7 +160,7 @@ void ListWidget::focusOutEvent(QFocusEvent* event) {
     QTreeView::focusOutEvent(event);
 }
 
-// Only the left button chooses: the row that it selects is always the one whose click is raised.
+// Only the left button selects, since only its release raises a click.
 void ListWidget::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
         Sync();
@@ -256,6 +182,43 @@ void ListWidget::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+// Shows the whole text of a cell that is cut.
+bool ListWidget::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QTreeView::viewportEvent(event);
+    }
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex cell = indexAt(help.pos());
+    const QRect shown = visualRect(cell) & viewport()->rect();
+    const bool cut = cell.isValid() && sizeHintForIndex(cell).width() > shown.width();
+    QToolTip::showText(help.globalPos(),
+                       cut ? Translate::ToToolTip(cell.data().toString()) : QString(), viewport(),
+                       shown);
+    return true;
+}
+
+// While the list has no keyboard focus its style takes the palette's inactive colours. Not every
+// palette has any that differ clearly from the active ones.
+void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    QPalette& palette = option->palette;
+    const QColor base = palette.color(QPalette::Base);
+    const auto differsFromBase = [&](QPalette::ColorGroup group) {
+        const QColor mark = palette.color(group, QPalette::Highlight);
+        return std::abs(mark.red() - base.red()) + std::abs(mark.green() - base.green()) +
+               std::abs(mark.blue() - base.blue());
+    };
+    if (4 * differsFromBase(QPalette::Inactive) > 3 * differsFromBase(QPalette::Active)) {
+        const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
+        const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
+        palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                         QColor(blend(mark.red(), base.red()), blend(mark.green(), base.green()),
+                                blend(mark.blue(), base.blue())));
+        palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                         palette.color(QPalette::Active, QPalette::Text));
+    }
+}
+
 void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     QTreeView::currentChanged(current, previous);
     if (!Syncing && current.isValid()) {
@@ -263,7 +226,7 @@ void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& p
     }
 }
 
-// One row is selected as long as there are rows: blank space and the Ctrl key leave it so.
+// One row is selected as long as there are rows: a click on blank space or with Ctrl keeps it.
 QItemSelectionModel::SelectionFlags ListWidget::selectionCommand(const QModelIndex& index,
                                                                  const QEvent* /*event*/) const {
     if (!index.isValid()) {

@@ -10,16 +10,14 @@
 class KeyHeader;
 class RowModel;
 
-// A list on the screen. It reads the rows of its control in place: a refill copies nothing, and
-// however many rows changed, the view starts anew once.
+// Shows a list control. The rows are read in place: a refill copies nothing.
 class ListWidget : public QTreeView {
 public:
     ListWidget(ListView& list, const Translate::Scale& scale, QWidget* parent);
 
-    // Whether `list` is the control behind this widget.
     bool Shows(const ListView* list) const { return list == &List; }
 
-    // Takes over rows and selection of the control if they changed since the last time.
+    // Takes over rows, selection and sort arrow of the control if rows changed since the last call.
     void Sync();
 
 protected:
@@ -30,19 +28,21 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
 private:
-    // Whether the key worked the header.
+    // Returns whether the key was one for the header.
     bool PressInHeader(const QKeyEvent& event);
 
     ListView& List;
     RowModel* Model;
     KeyHeader* Header;
-    bool Stale = true;
+    bool Stale = true; // rows have changed since the last Sync
     bool Syncing = false;
-    std::set<int> KeysDown; // pressed while this list had the focus
+    std::set<int> KeysDown; // those pressed while this list had the focus
     bool MouseDown = false; // the left button was pressed here
 };

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-// Between the controls' terms (bytes, twips) and the screen's (Unicode, pixels).
+// Conversions between the terms of the controls (bytes, twips) and of the screen (Unicode, pixels).
 namespace Translate {
 
 inline QString ToScreen(std::string_view text) {
@@ -19,6 +19,11 @@ inline QString ToScreen(std::string_view text) {
 }
 inline std::string FromScreen(const QString& text) {
     return CodePage::FromUnicode(text.toStdU16String());
+}
+
+// A tooltip wraps only rich text. This one shows `text` as it is, whatever markup it seems to have.
+inline QString ToToolTip(const QString& text) {
+    return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
 }
 
 inline Qt::Alignment ToScreen(Alignment alignment) {
@@ -32,13 +37,13 @@ inline Qt::Alignment ToScreen(Alignment alignment) {
     }
 }
 
-// Twips to pixels at the display's dots per inch, so that a window keeps its proportions.
+// Twips to pixels at the dots per inch of the display, so that a window keeps its proportions.
 class Scale {
 public:
     explicit Scale(int dotsPerInch) : PixelsPerTwip(dotsPerInch / 1440.0) {}
 
     int Length(int twips) const { return static_cast<int>(std::lround(twips * PixelsPerTwip)); }
-    // Each edge is rounded for itself, so that what touches in twips touches in pixels.
+    // Rounds edges, not sizes, so that what touches in twips touches in pixels.
     QRect Rect(const Place& at) const {
         const int left = Length(at.Left);
         const int top = Length(at.Top);
@@ -49,7 +54,7 @@ private:
     double PixelsPerTwip;
 };
 
-// Shows a property in a widget, now and at each change, for as long as the widget lives.
+// Applies a property to a widget, now and at each change, as long as the widget exists.
 template <class T, class Widget, class Apply>
 void Follow(Property<T>& property, Widget* widget, Apply apply) {
     apply(widget, property.Get());

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/Controls.h"
+#include "skin/Translate.h"
+
+#include <QAbstractTableModel>
+
+// Offers the rows of a list control to a view. It reads them in place and copies none.
+class RowModel : public QAbstractTableModel {
+public:
+    RowModel(const ListView& list, QObject* parent) : QAbstractTableModel(parent), List(list) {}
+
+    // Makes the view read all rows again.
+    void Restart() {
+        beginResetModel();
+        Rows = List.Count();
+        endResetModel();
+    }
+
+    // The view calls index and flags for each row of a refill. They do without the checks of the
+    // base class.
+    QModelIndex index(int row, int column, const QModelIndex& parent) const override {
+        const bool exists = !parent.isValid() && row >= 0 && row < Rows && column >= 0 &&
+                            column < static_cast<int>(List.ColumnHeaders.size());
+        return exists ? createIndex(row, column) : QModelIndex();
+    }
+    Qt::ItemFlags flags(const QModelIndex& index) const override {
+        return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren
+                               : Qt::NoItemFlags;
+    }
+
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : Rows; }
+    int columnCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(List.ColumnHeaders.size());
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        // Nobody reads more, and the view would measure and lay out megabytes at each repaint.
+        constexpr std::size_t longest = 1000; // characters
+        if (role == Qt::TextAlignmentRole) {
+            return AlignmentOf(index.column());
+        }
+        // There may be fewer rows than at the last restart.
+        if (role != Qt::DisplayRole || index.row() >= List.Count()) {
+            return {};
+        }
+        const ListItem& row = List.Item(index.row() + 1);
+        const auto column = static_cast<std::size_t>(index.column());
+        const std::string& text = column == 0 ? row.Text : row.ListSubItems.at(column - 1).Text;
+        return Translate::ToScreen(std::string_view(text).substr(0, longest));
+    }
+    QVariant headerData(int section, Qt::Orientation /*orientation*/, int role) const override {
+        if (role == Qt::TextAlignmentRole) {
+            return AlignmentOf(section);
+        }
+        return role == Qt::DisplayRole ? Translate::ToScreen(Header(section).Text) : QVariant();
+    }
+
+private:
+    const ColumnHeader& Header(int section) const {
+        return List.ColumnHeaders.at(static_cast<std::size_t>(section));
+    }
+    QVariant AlignmentOf(int section) const {
+        return static_cast<int>(Translate::ToScreen(Header(section).Align.Get()) |
+                                Qt::AlignVCenter);
+    }
+
+    const ListView& List;
+    int Rows = 0; // as of the last restart
+};
