@@ -343,7 +343,7 @@ int OpenWithFault(const std::filesystem::path& file, int at,
                   const std::function<long(const std::function<long()>&)>& fault) {
     World world;
     world.Ledger = *FullLedger(Old);
-    return ReadWithFault(world, file, at, fault, [&] { return Compare(world.Ledger).NewFields; });
+    return ReadWithFault(world, file, at, fault, [&] { return NewFields(world.Ledger); });
 }
 std::string ImportWithFault(const std::filesystem::path& file, int at,
                             const std::function<long(const std::function<long()>&)>& fault) {

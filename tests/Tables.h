@@ -1,14 +1,17 @@
 #pragma once
 
 #include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 using Lines = std::vector<std::string>;
 
-// The fields of a case or a table that is written as text, without the blanks and line ends
-// around them.
+// The fields of a case or table written as text, without the blanks and line ends around them.
 inline Lines Fields(std::string_view text, char separator) {
     Lines fields;
     for (std::size_t end = 0; end != std::string_view::npos;) {
@@ -19,4 +22,39 @@ inline Lines Fields(std::string_view text, char separator) {
         text.remove_prefix(std::min(end, text.size() - 1) + 1);
     }
     return fields;
+}
+
+// The rows of a table: ';' separates rows, '>' the fields of a row.
+inline std::vector<Lines> Rows(std::string_view table) {
+    std::vector<Lines> rows;
+    for (const std::string& row : Fields(table, ';')) {
+        rows.push_back(Fields(row, '>'));
+    }
+    return rows;
+}
+
+// The cases of a page: those rows of its tables whose first cell is in backquotes. These are left
+// off.
+inline std::vector<Lines> Cases(const std::filesystem::path& page) {
+    std::vector<Lines> cases;
+    std::ifstream lines(page);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("| `")) {
+            Lines cells = Fields(line, '|');
+            cells.erase(cells.begin());
+            cells[0] = cells[0].substr(1, cells[0].size() - 2);
+            cases.push_back(cells);
+        }
+    }
+    return cases;
+}
+
+// What `work` returns, or nothing when it fails.
+template <class Work>
+auto Outcome(Work work) -> std::optional<decltype(work())> {
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
 }
