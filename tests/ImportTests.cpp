@@ -1,17 +1,14 @@
 #include "ScriptedDesktop.h"
 
-// Turn start and turn end > what is left of the reports of turns -8, 0, 5, 6 and 7.
 TEST(Import, FiltersTurns) {
-    for (const Lines& row : Rows(R"(
-        , > A: T8 1, T0 1, T5 1, T6 1, T7 1; -1, -1 > A: T8 1, T0 1, T5 1, T6 1, T7 1;
-        6, > A: T6 1, T7 1; , 6 > A: T8 1, T0 1, T5 1, T6 1; 6, 6 > A: T6 1; 7, 6 >)")) {
+    for (const Lines& row : Cases(SHELF_FOLDER "/turn-filter.md")) {
         World world;
-        world.Window.txtTurnStart.Text = Fields(row[0], ',')[0];
-        world.Window.txtTurnEnd.Text = Fields(row[0], ',')[1];
+        world.Window.txtTurnStart.Text = row[0];
+        world.Window.txtTurnEnd.Text = row[1];
         for (const std::string turn : {"  -8", "   0", "   5", "   6", "   7"}) {
             world.ImportText("Turn# 9" + turn + "9/A: killing 1 T" + turn.back() + "//");
         }
-        EXPECT_EQ(world.Tallies(), row[1]) << row[0];
+        EXPECT_EQ(world.Tallies(), row[2]) << row[0];
     }
 }
 
@@ -45,49 +42,16 @@ TEST(Import, SaysWhatIsFull) {
                          "hashed and stored?")}));
 }
 
-TEST(ImportCommands, ShowThatTheyWorkAndEndInSilence) {
-    World world;
-    world.ImportText("Party# 1047 of Game # 12/Aron: killing 1 Rat//");
-    EXPECT_EQ(world.TakeShown(),
-              "[Please wait, importing turn...] busy game 12 party 1047 refill free[]");
-    world.Batch(world.Folder.Path / "picked");
-    EXPECT_EQ(world.TakeShown(), "[Please wait, batch importing turns...] busy refill free[]");
-    EXPECT_EQ(world.Screen.Transcript,
-              (Lines{"Open: Import HTML Turn... (HTML File (*.html)|*.htm*) 4100",
-                     "Open: Select folder with HTML turns... (HTML File (*.html)|*.htm*) 4100"}));
-    // A cancel and a name without a folder, while the dialog still holds an earlier choice.
-    world.Ledger.DataChanged = 0;
-    world.Screen.Choices = {std::nullopt, std::nullopt, "report.htm", "report.htm"};
-    while (!world.Screen.Choices.empty()) {
-        world.Window.mnuFileImport.Click();
-        world.Window.mnuFileBatch.Click();
-    }
-    EXPECT_EQ(world.TakeShown() + std::to_string(world.Ledger.DataChanged), "0");
-    world.Import(world.Folder.Path / "none.html");
-    EXPECT_EQ(world.TakeShown(), "[Please wait, importing turn...] busy free[]");
-    EXPECT_EQ(world.Ledger.DataChanged, 1);
-    world.Screen.WhileAsking = [] { throw std::runtime_error("no dialog"); };
-    world.Window.mnuFileImport.Click();
-    EXPECT_EQ(world.TakeShown(), " free[]");
-    EXPECT_EQ(world.TakeBoxes(), Lines{});
-}
-
-TEST(ImportCommands, BatchImportsAFolder) {
+TEST(Import, TakesAFolderInItsOrder) {
     World world;
     for (const std::string& name : Fields("b.htm,a.html,C.HTM,.d.htm,e.txt,f.htm.bak", ',')) {
         world.Folder.Write(name, name + ": killing 1 Rat\n\n");
     }
     world.Batch(world.Folder.Path / "e.txt");
     EXPECT_EQ(world.Tallies(), "C.HTM: Rat 1 + b.htm: Rat 1 + a.html: Rat 1");
-    // Without a report nothing changes, but the lists are refilled.
-    world.Ledger.DataChanged = 0;
-    std::filesystem::create_directory(world.Folder.Path / "g.htm");
-    world.TakeShown();
-    world.Batch(world.Folder.Path / "g.htm" / "none");
-    EXPECT_EQ(world.TakeShown(), "[Please wait, batch importing turns...] busy refill free[]");
-    EXPECT_EQ(world.Ledger.DataChanged, 0);
-    // The first failure ends it.
+    // The first failure ends it, with the lists as they were.
     world.Folder.Write("a.htm", "I: killing 1 Rat");
+    world.TakeShown();
     world.Batch(world.Folder.Path / "e.txt");
     EXPECT_EQ(world.Tallies(), "C.HTM: Rat 2 + b.htm: Rat 1 + a.html: Rat 1");
     EXPECT_EQ(world.TakeShown(), "[Please wait, batch importing turns...] busy free[]");

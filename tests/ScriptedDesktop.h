@@ -68,13 +68,14 @@ struct ScriptedDesktop {
 private:
     Answer Show(const Message& message) {
         const bool question = message.Choice == Buttons::YesNo;
+        const Lines signs = {"", " [question]", " [stop]"};
         Ask("[" + message.Title + "] " + message.Prompt + (question ? " [Yes, No]" : "") +
-            (message.Sign == Icon::Stop ? " [stop]" : "") +
-            (message.Sign == Icon::Question ? " [question]" : ""));
+            signs.at(static_cast<std::size_t>(message.Sign)));
         return question ? Next(Answers) : Answer::Ok;
     }
     bool Choose(const std::string& kind, CommonDialog& dialog) {
-        Ask(kind + ": " + dialog.DialogTitle + " (" + dialog.Filter + ") " +
+        const Lines filter = Fields(dialog.Filter, '|');
+        Ask(kind + ": " + dialog.DialogTitle + " [" + filter.at(0) + "] [" + filter.at(1) + "] " +
             std::to_string(dialog.Flags) + (kind == "Save" ? dialog.FileName.string() : ""));
         const auto choice = Next(Choices);
         dialog.FileName = choice.value_or(dialog.FileName);

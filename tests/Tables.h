@@ -24,16 +24,7 @@ inline Lines Fields(std::string_view text, char separator) {
     return fields;
 }
 
-// The rows of a table: ';' separates rows, '>' the fields of a row.
-inline std::vector<Lines> Rows(std::string_view table) {
-    std::vector<Lines> rows;
-    for (const std::string& row : Fields(table, ';')) {
-        rows.push_back(Fields(row, '>'));
-    }
-    return rows;
-}
-
-// The cases of a page: those rows of its tables whose first cell is in backquotes. These are left
+// The cases on a page: those rows of its tables whose first cell is in backquotes, which are left
 // off.
 inline std::vector<Lines> Cases(const std::filesystem::path& page) {
     std::vector<Lines> cases;
