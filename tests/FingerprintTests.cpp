@@ -3,7 +3,7 @@
 #include "fingerprint/modMD5.h"
 
 TEST(Digest, IsThatOfTheStandard) {
-    for (const Lines& row : Cases(SHELF_FOLDER "/digests.md")) {
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/digests.md")) {
         const bool isCount = row[0].size() < 4 && std::atoi(row[0].c_str()) > 0;
         EXPECT_EQ(modMD5::DigestText(isCount ? std::string(std::stoul(row[0]), 'a') : row[0]),
                   row[1])

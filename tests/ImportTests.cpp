@@ -1,7 +1,7 @@
 #include "ScriptedDesktop.h"
 
 TEST(Import, FiltersTurns) {
-    for (const Lines& row : Cases(SHELF_FOLDER "/turn-filter.md")) {
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/turn-filter.md")) {
         World world;
         world.Window.txtTurnStart.Text = row[0];
         world.Window.txtTurnEnd.Text = row[1];

@@ -3,7 +3,7 @@
 #include "Twin.h"
 
 TEST(ResolveMonster, ReconcilesSingularsAndPlurals) {
-    for (const Lines& row : Cases(SHELF_FOLDER "/names.md")) {
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/names.md")) {
         World world;
         int slot = 0;
         for (const std::string& stored : Fields(row[0], ',')) {

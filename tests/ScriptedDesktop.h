@@ -13,18 +13,15 @@
 #include <deque>
 #include <memory>
 #include <random>
-#include <sstream>
 
 // A folder that is removed with its content when the test ends. Its name has blanks and characters
 // that no code page holds, so every path in a test has them.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::random_device random;
-        do {
-            Path = std::filesystem::temp_directory_path() / u8"tallies \u00E4 \u6F22 ";
-            Path += std::to_string(random());
-        } while (!std::filesystem::create_directory(Path));
+        Path = std::filesystem::temp_directory_path() / u8"tallies \u00E4 \u6F22 ";
+        Path += std::to_string(std::random_device()());
+        std::filesystem::create_directory(Path);
     }
     ~TemporaryFolder() {
         std::error_code ignored;
@@ -140,17 +137,17 @@ struct World {
                 continue;
             }
             std::string cells;
-            std::int32_t rest = Ledger.CharacterKills[c];
+            std::int64_t sum = 0;
             for (int m = 1; m <= MaxMonsters; ++m) {
                 if (const std::int32_t kills = Ledger.KillTable(c, m); kills != 0) {
                     cells += (cells.empty() ? " " : ", ") + Ledger.MonsterNames[m] + ' ' +
                              std::to_string(kills);
-                    rest -= kills;
+                    sum += kills;
                 }
             }
-            const std::string total = std::to_string(Ledger.CharacterKills[c]);
+            const std::int32_t total = Ledger.CharacterKills[c];
             tallies += (tallies.empty() ? "" : " + ") + Ledger.CharacterNames[c] +
-                       (rest == 0 ? ":" : ' ' + total + ':') + cells;
+                       (total == sum ? ":" : ' ' + std::to_string(total) + ':') + cells;
         }
         return tallies;
     }
@@ -165,8 +162,8 @@ struct World {
         std::erase_if(Screen.Transcript, [](const auto& line) { return line[0] != '['; });
         return std::exchange(Screen.Transcript, {});
     }
-    // What the window showed since the last call: status texts as they are painted, pointer, boxes
-    // as they are painted and refills of the lists.
+    // What the window showed since the last call: status and boxes as they are painted, the pointer
+    // and refills of the lists.
     std::string TakeShown() { return std::exchange(Shown, {}); }
 
     TemporaryFolder Folder;

@@ -1,25 +1,24 @@
 #pragma once
 
-#include <algorithm>
+#include "text/Text.h"
+
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 using Lines = std::vector<std::string>;
 
-// The fields of a case or table written as text, without the blanks and line ends around them.
-inline Lines Fields(std::string_view text, char separator) {
+// The fields of a text, without the blanks around them. Nothing after the last separator is no
+// field.
+inline Lines Fields(const std::string& text, char separator) {
     Lines fields;
-    for (std::size_t end = 0; end != std::string_view::npos;) {
-        end = text.find(separator);
-        const std::string_view field = text.substr(0, end);
-        const std::size_t first = std::min(field.find_first_not_of(" \n"), field.size());
-        fields.emplace_back(field.substr(first, field.find_last_not_of(" \n") + 1 - first));
-        text.remove_prefix(std::min(end, text.size() - 1) + 1);
+    std::istringstream stream(text);
+    for (std::string field; std::getline(stream, field, separator);) {
+        fields.emplace_back(Text::Trim(field));
     }
     return fields;
 }

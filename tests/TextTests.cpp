@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 TEST(Numbers, ReadTheLongestNumberAtTheFront) {
-    for (const Lines& row : Cases(SHELF_FOLDER "/numbers.md")) {
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/numbers.md")) {
         const auto value = Outcome([&row] { return Numbers::Read(row[0]); });
         EXPECT_EQ(value.has_value(), row[1] != "too large") << row[0];
         EXPECT_EQ(value.value_or(0), std::strtod(row[1].c_str(), nullptr)) << row[0];

@@ -88,18 +88,18 @@ private:
     // Man at arms, Men at arms.
     static bool IsPair(const string& given, string& stored) {
         const bool givenIsMen = Men.Of(Left(stored)) == Left(given);
+        if (!givenIsMen && Men.Of(Left(given)) != Left(stored)) {
+            return false;
+        }
         string right = Right(stored);
         bool same = right == Right(given);
-        if (givenIsMen || Men.Of(Left(given)) == Left(stored)) {
-            for (const PluralRule& rule : Rules) {
-                same = same || IsPlural(rule, Right(given), right, false);
-            }
-            if (same && !givenIsMen) {
-                stored = Men.Undo(Left(stored)) + ' ' + right;
-            }
-            return same;
+        for (const PluralRule& rule : Rules) {
+            same = same || IsPlural(rule, Right(given), right, false);
         }
-        return false;
+        if (same && !givenIsMen) {
+            stored = Men.Undo(Left(stored)) + ' ' + right;
+        }
+        return same;
     }
 
     // Dog of war, Dogs of war; whichever the letter.
@@ -119,14 +119,10 @@ private:
 struct Twins {
     // Whether both do the same with this name.
     bool Agree(const std::string& name) {
-        int messages = 0;
-        const Desktop desktop{.ShowMessage = [&messages](const Message&) {
-            ++messages;
-            return Answer::Ok;
-        }};
+        const Desktop desktop{.ShowMessage = [](const Message&) { return Answer::Ok; }};
         const auto slot = Outcome([&] { return Main::ResolveMonster(*Ledger, desktop, name); });
         return slot == Outcome([&] { return Twin::Resolve(Names, name); }) &&
-               messages == (slot == 0 ? 1 : 0) && Ledger->MonsterNames == Names;
+               Ledger->MonsterNames == Names;
     }
     // Starts again with every `step`th slot up to `last` in use.
     void Restart(int last, int step) {
