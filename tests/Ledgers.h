@@ -6,8 +6,6 @@
 #include <string>
 #include <type_traits>
 
-// Ledgers with something in every field, and how much of one a load brought into another.
-
 // Calls `visit` with each field that a data file holds, in the order of the file.
 template <class Ledger, class Visit>
 void ForEachField(Ledger& ledger, Visit visit) {

@@ -27,7 +27,6 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(Path, ignored);
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
 
     std::filesystem::path Write(const std::filesystem::path& name, std::string_view bytes) const {
         std::ofstream(Path / name, std::ios::binary) << bytes;
@@ -85,8 +84,9 @@ private:
     template <class Reply>
     Reply Next(std::deque<Reply>& replies) {
         EXPECT_FALSE(replies.empty()) << "nothing scripted for " << Transcript.back();
-        const Reply reply = replies.empty() ? Reply() : replies.front();
-        replies.erase(replies.begin(), replies.begin() + (replies.empty() ? 0 : 1));
+        replies.resize(std::max(replies.size(), std::size_t{1}));
+        const Reply reply = replies.front();
+        replies.pop_front();
         return reply;
     }
 };

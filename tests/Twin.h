@@ -124,12 +124,8 @@ struct Twins {
         return slot == Outcome([&] { return Twin::Resolve(Names, name); }) &&
                Ledger->MonsterNames == Names;
     }
-    // Starts again with every `step`th slot up to `last` in use.
-    void Restart(int last, int step) {
+    void Restart() {
         Names = {};
-        for (int i = 1; i <= last; i += step) {
-            Names[i] = "Rat" + std::to_string(i);
-        }
         Ledger->MonsterNames = Names;
     }
 

@@ -5,9 +5,7 @@
 #include "text/Numbers.h"
 
 #include <cmath>
-#include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <regex>
 #include <unistd.h>
@@ -29,11 +27,11 @@ std::filesystem::path Write(const std::string& bytes) {
 }
 
 // Any report, with a turn header in front: it must not count twice.
-void ImportReports(const std::string& bytes) {
+void ImportReports(std::string bytes) {
     static const auto ledger = std::make_unique<KillLedger>();
     static Slaying_Tallies window;
     const Desktop desktop{.ShowMessage = [](const Message&) { return Answer::Ok; }};
-    const auto report = Write("Turn#  0001\n" + bytes);
+    const auto report = Write(bytes.insert(0, "Turn#  0001\n"));
     const auto import = [&] { return Main::ProcessTurn(*ledger, window, desktop, report), true; };
     Main::BlankLedger(*ledger);
     Outcome(import);
@@ -43,10 +41,10 @@ void ImportReports(const std::string& bytes) {
 }
 
 // Names, one to a line.
-void FindMonsters(const std::string& bytes) {
+void FindMonsters(std::string names) {
     static Twins twins;
-    twins.Restart(0, 1);
-    for (const std::string& name : Fields(bytes, '\n')) {
+    twins.Restart();
+    for (const std::string& name : Fields(names, '\n')) {
         Require(twins.Agree(name));
     }
 }
@@ -60,12 +58,10 @@ double ReadPlainly(std::string text) {
 
 // Fields of a data file, held against the format as an expression. The first byte says which of
 // them are read as numbers, the second where they are: around the end of the reader's first buffer.
-void ReadFields(const std::string& bytes) {
+void ReadFields(std::string bytes) {
     static const std::regex format(R"rx((?:"([^]*?)"(?=[\r\n]|,["0-9-]|$)|"([^]*)|([^,\r\n]*)))rx"
                                    R"rx((?:\r\n|[,\r\n])?)rx");
-    if (bytes.size() < 2) {
-        return;
-    }
+    bytes.resize(std::max(bytes.size(), std::size_t{2}));
     const std::string filler(32'770U - static_cast<unsigned char>(bytes[1]), 'x');
     std::string rest = bytes.substr(2);
     FieldReader reader(Write(filler + '\n' + rest));
@@ -96,7 +92,7 @@ void ReadFields(const std::string& bytes) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const std::map<std::string, void (*)(const std::string&)> targets = {
+    static const std::map<std::string, void (*)(std::string)> targets = {
         {"Import", ImportReports}, {"Fields", ReadFields}, {"Monsters", FindMonsters}};
     targets.at(std::getenv("TARGET"))({reinterpret_cast<const char*>(data), size});
     return 0;
