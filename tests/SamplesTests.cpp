@@ -2,38 +2,34 @@
 #include "platform/CodePage.h"
 #include "text/Text.h"
 
-#include <iterator>
 #include <set>
 
-// The page beside the sample reports tells what a batch import of them gives, in tables whose rows
-// end in a number.
-TEST(Samples, GiveWhatTheirPageTells) {
-    const std::filesystem::path readme = std::filesystem::path(SAMPLES_FOLDER) / "README.md";
-    std::ifstream stream(readme);
-    std::multiset<std::string> told;
-    for (std::string line; std::getline(stream, line);) {
+// The page of the samples says what a batch import of them leaves, in tables whose rows end in a
+// number.
+TEST(Samples, LeaveWhatTheirPageSays) {
+    const std::filesystem::path page = std::filesystem::path(SAMPLES_FOLDER) / "README.md";
+    std::multiset<std::string> expected;
+    for (const std::string& line : Fields(ReadAll(page), '\n')) {
         if (line.size() > 4 && Text::IsDigit(line[line.size() - 3]) && line.ends_with(" |")) {
-            told.insert(line);
+            expected.insert(line);
         }
     }
     World world;
+    world.Batch(page);
     const KillLedger& ledger = world.Ledger;
-    world.Batch(readme);
-    std::multiset<std::string> given;
-    const auto give = [&given](const std::string& names, int number) {
-        const auto row = CodePage::ToUnicode("| " + names + " | " + std::to_string(number) + " |");
-        given.insert(std::filesystem::path(row).string()); // in UTF-8, like the page
+    std::multiset<std::string> rows;
+    const auto addRow = [&rows](const std::string& cells, int number) {
+        const auto row = CodePage::ToUnicode("| " + cells + " | " + std::to_string(number) + " |");
+        rows.insert(std::filesystem::path(row).string()); // in UTF-8, like the page
     };
-    give(std::to_string(ledger.GameNumber), ledger.PartyNumber);
-    for (int c = 1; c <= MaxCharacters; ++c) {
-        if (const std::string& name = ledger.CharacterNames[c]; !name.empty()) {
-            give(name, ledger.CharacterKills[c]);
-            for (int m = 0; m <= MaxMonsters; ++m) {
-                if (const int kills = ledger.KillTable(c, m); kills != 0) {
-                    give(name + " | " + ledger.MonsterNames[m], kills);
-                }
+    addRow(std::to_string(ledger.GameNumber), ledger.PartyNumber);
+    for (int c = 1; !ledger.CharacterNames[c].empty(); ++c) {
+        addRow(ledger.CharacterNames[c], ledger.CharacterKills[c]);
+        for (int m = 1; !ledger.MonsterNames[m].empty(); ++m) {
+            if (const int kills = ledger.KillTable(c, m); kills != 0) {
+                addRow(ledger.CharacterNames[c] + " | " + ledger.MonsterNames[m], kills);
             }
         }
     }
-    EXPECT_EQ(told, given);
+    EXPECT_EQ(rows, expected);
 }

@@ -11,30 +11,22 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <memory>
-#include <optional>
 #include <random>
 
-// A folder of the test's own, gone with all that is in it when the test ends. Its name has blanks
-// and characters beyond every code page, so that every path in a test has.
+// A folder that is removed with its content when the test ends. Its name has blanks and characters
+// that no code page holds, so every path in a test has them.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::random_device random;
-        do {
-            Path = std::filesystem::temp_directory_path() / u8"tallies \u00E4 \u6F22 ";
-            Path += std::to_string(random());
-        } while (!std::filesystem::create_directory(Path));
+        Path = std::filesystem::temp_directory_path() / u8"tallies \u00E4 \u6F22 ";
+        Path += std::to_string(std::random_device()());
+        std::filesystem::create_directory(Path);
     }
     ~TemporaryFolder() {
         std::error_code ignored;
         std::filesystem::remove_all(Path, ignored);
     }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     std::filesystem::path Write(const std::filesystem::path& name, std::string_view bytes) const {
         std::ofstream(Path / name, std::ios::binary) << bytes;
@@ -44,21 +36,27 @@ public:
     std::filesystem::path Path;
 };
 
-// A desktop without a screen: answers what it is asked from its queues and keeps a transcript.
-// A dialog or a question without an answer in its queue is a fault.
+inline std::string ReadAll(const std::filesystem::path& path) {
+    std::ostringstream bytes;
+    bytes << std::ifstream(path, std::ios::binary).rdbuf();
+    return std::move(bytes).str();
+}
+
+// A desktop without a screen. It answers from its queues and keeps a transcript of what it was
+// asked. A dialog or question that finds its queue empty is a test failure.
 struct ScriptedDesktop {
     std::deque<std::optional<std::filesystem::path>> Choices; // of file dialogs; nullopt cancels
     std::deque<Answer> Answers;                               // to questions
     Lines Transcript;
     std::string Clipboard;
-    std::function<void()> WhileAsking; // runs while a dialog or a box stands open
+    std::function<void()> WhileAsking; // called while a dialog or box is open
 
     Desktop Services{.ShowMessage = [this](const Message& message) { return Show(message); },
                      .ShowOpen = [this](CommonDialog& dialog) { return Choose("Open", dialog); },
                      .ShowSave = [this](CommonDialog& dialog) { return Choose("Save", dialog); },
                      .ClipboardClear = [this] { Clipboard.clear(); },
                      .ClipboardSetText = [this](std::string_view text) { Clipboard += text; },
-                     .LoadPicture = [](const auto&) { return std::string(); },
+                     .LoadPicture = [](const auto& path) { return path.generic_string(); },
                      .LockWindowUpdate = [](const ListView*) {},
                      .AppPath = [] { return std::filesystem::path("/opt/tallies"); },
                      .CloseAllWindows = [this] { Transcript.emplace_back("Close"); }};
@@ -66,15 +64,16 @@ struct ScriptedDesktop {
 private:
     Answer Show(const Message& message) {
         const bool question = message.Choice == Buttons::YesNo;
+        const Lines signs = {"", " [question]", " [stop]"};
         Ask("[" + message.Title + "] " + message.Prompt + (question ? " [Yes, No]" : "") +
-            (message.Sign == Icon::Stop ? " [stop]" : "") +
-            (message.Sign == Icon::Question ? " [question]" : ""));
-        return question ? Next(Answers).value_or(Answer::No) : Answer::Ok;
+            signs.at(static_cast<std::size_t>(message.Sign)));
+        return question ? Next(Answers) : Answer::Ok;
     }
     bool Choose(const std::string& kind, CommonDialog& dialog) {
-        Ask(kind + ": " + dialog.DialogTitle + " (" + dialog.Filter + ") " +
-            std::to_string(dialog.Flags));
-        const auto choice = Next(Choices).value_or(std::nullopt);
+        const Lines filter = Fields(dialog.Filter, '|');
+        Ask(kind + ": " + dialog.DialogTitle + " [" + filter.at(0) + "] [" + filter.at(1) + "] " +
+            std::to_string(dialog.Flags) + (kind == "Save" ? dialog.FileName.string() : ""));
+        const auto choice = Next(Choices);
         dialog.FileName = choice.value_or(dialog.FileName);
         return choice.has_value();
     }
@@ -83,18 +82,16 @@ private:
         Raise(WhileAsking);
     }
     template <class Reply>
-    std::optional<Reply> Next(std::deque<Reply>& replies) {
-        if (replies.empty()) {
-            ADD_FAILURE() << "nothing scripted for " << Transcript.back();
-            return std::nullopt;
-        }
+    Reply Next(std::deque<Reply>& replies) {
+        EXPECT_FALSE(replies.empty()) << "nothing scripted for " << Transcript.back();
+        replies.resize(std::max(replies.size(), std::size_t{1}));
         const Reply reply = replies.front();
         replies.pop_front();
         return reply;
     }
 };
 
-// A message with the application's title, as it stands in a transcript.
+// A message with the application's title, as the transcript has it.
 inline std::string Box(const std::string& prompt) {
     return "[Marrowquill - Slaying Tallies] " + prompt;
 }
@@ -104,9 +101,19 @@ struct World {
     World() {
         Main::WireEvents(Ledger, Window, About, Screen.Services);
         Window.Window.Show();
+        Window.lblStatus.Repaint = [this] { Shown += '[' + Window.lblStatus.Caption.Get() + ']'; };
+        Window.Window.MousePointer.Changed = [this] {
+            Shown += Window.Window.MousePointer.Get() == Pointer::Hourglass ? " busy" : " free";
+        };
+        Window.txtGame.Repaint = [this] { Shown += " game " + Window.txtGame.Text.Get(); };
+        Window.txtParty.Repaint = [this] { Shown += " party " + Window.txtParty.Text.Get(); };
+        // A refill switches the list off first.
+        Window.lstCharacters.Enabled.Changed = [this] {
+            Shown += Window.lstCharacters.Enabled.Get() ? "" : " refill";
+        };
     }
 
-    // Imports one report, or all of a folder by a file in it, as the player does.
+    // Imports one report, or all reports of a folder by a file in it, as the player does.
     void Import(const std::filesystem::path& report) {
         Screen.Choices.emplace_back(report);
         Window.mnuFileImport.Click();
@@ -115,49 +122,49 @@ struct World {
         Screen.Choices.emplace_back(picked);
         Window.mnuFileBatch.Click();
     }
-    // Imports a report with this text, in which '/' stands for a line end.
+    // Imports a report with this text, in which '/' is a line end.
     void ImportText(std::string text) {
         std::replace(text.begin(), text.end(), '/', '\n');
         Import(Folder.Write("report.html", text));
     }
 
-    void Refill() { Main::FillCharacterList(Ledger, Window, Screen.Services); }
-
     // All tallies, in slot order: "Aron: Rat 3, Bat 2 + Bela:". Cells of 0 are left out; a total
-    // that is not the sum of its cells stands behind the name.
+    // that is not the sum of its cells follows the name.
     [[nodiscard]] std::string Tallies() const {
         std::string tallies;
         for (int c = 1; c <= MaxCharacters; ++c) {
+            if (Ledger.CharacterNames[c].empty()) {
+                continue;
+            }
             std::string cells;
-            std::int32_t sum = 0;
+            std::int64_t sum = 0;
             for (int m = 1; m <= MaxMonsters; ++m) {
                 if (const std::int32_t kills = Ledger.KillTable(c, m); kills != 0) {
-                    cells += (sum == 0 ? " " : ", ") + Ledger.MonsterNames[m] + ' ';
-                    cells += std::to_string(kills);
+                    cells += (cells.empty() ? " " : ", ") + Ledger.MonsterNames[m] + ' ' +
+                             std::to_string(kills);
                     sum += kills;
                 }
             }
-            if (const std::string& name = Ledger.CharacterNames[c]; !name.empty()) {
-                const std::int32_t total = Ledger.CharacterKills[c];
-                tallies += (tallies.empty() ? "" : " + ") + name;
-                tallies += (total == sum ? ":" : ' ' + std::to_string(total) + ':') + cells;
-            }
+            const std::int32_t total = Ledger.CharacterKills[c];
+            tallies += (tallies.empty() ? "" : " + ") + Ledger.CharacterNames[c] +
+                       (total == sum ? ":" : ' ' + std::to_string(total) + ':') + cells;
         }
         return tallies;
     }
-    // The monster names up to the last slot in use, with commas between them.
-    [[nodiscard]] std::string Monsters() const {
-        std::string names;
-        for (int m = 1; m <= MaxMonsters; ++m) {
-            names += (m == 1 ? "" : ",") + Ledger.MonsterNames[m];
-        }
-        return names.substr(0, names.find_last_not_of(',') + 1);
+    // Game, party and tallies: "12/1047 Aron: Rat 3".
+    [[nodiscard]] std::string State() const {
+        const std::string tallies = Tallies();
+        return std::to_string(Ledger.GameNumber) + '/' + std::to_string(Ledger.PartyNumber) +
+               (tallies.empty() ? "" : ' ' + tallies);
     }
-    // What was shown in boxes, the dialogs left out; starts anew.
+    // The boxes shown since the last call, without the dialogs.
     Lines TakeBoxes() {
         std::erase_if(Screen.Transcript, [](const auto& line) { return line[0] != '['; });
         return std::exchange(Screen.Transcript, {});
     }
+    // What the window showed since the last call: status and boxes as they are painted, the pointer
+    // and refills of the lists.
+    std::string TakeShown() { return std::exchange(Shown, {}); }
 
     TemporaryFolder Folder;
     ScriptedDesktop Screen;
@@ -165,4 +172,7 @@ struct World {
     KillLedger& Ledger = *Store;
     Slaying_Tallies Window;
     frmAbout About;
+
+private:
+    std::string Shown;
 };

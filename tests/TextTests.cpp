@@ -4,19 +4,14 @@
 #include <gtest/gtest.h>
 
 TEST(Numbers, ReadTheLongestNumberAtTheFront) {
-    for (const std::string& row :
-         Fields("12A=12; A12=0; =0; 1 2 3=123; 1.e3=1000; -.5e1x=-5; 1e+=1; 1e+ 2=100; 3,5=3; "
-                "1.2.3=1.2; --5=0; .e5=0; 0x10=0; inf=0; \r5=0; 1\t2\n3=123; 1e-999=0; "
-                "0e999999=0; 0.001e-306=1e-309; 0.0001e312=1e308",
-                ';')) {
-        EXPECT_EQ(Numbers::Read(Fields(row, '=')[0]),
-                  std::strtod(Fields(row, '=')[1].c_str(), nullptr))
-            << row;
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/numbers.md")) {
+        const auto value = Outcome([&row] { return Numbers::Read(row[0]); });
+        EXPECT_EQ(value.has_value(), row[1] != "too large") << row[0];
+        EXPECT_EQ(value.value_or(0), std::strtod(row[1].c_str(), nullptr)) << row[0];
     }
+    EXPECT_EQ(Numbers::Read("1\t2\n3"), 123);
+    EXPECT_EQ(Numbers::Read("\r5"), 0);
     EXPECT_EQ(Numbers::Read("." + std::string(400, '0') + "1e402"), 10);
-    for (const char* text : {"1e309", "-1e309x", "1e99999999999999999999"}) {
-        EXPECT_THROW(Numbers::Read(text), Failure) << text;
-    }
 }
 
 TEST(Numbers, AreWrittenInPlainDigits) {

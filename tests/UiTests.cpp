@@ -1,33 +1,35 @@
 #include "ScriptedDesktop.h"
 
+#include <map>
+
 namespace {
 
 // The rows of a list, in each the two cells as they are.
-std::string Rows(const ListView& list) {
-    std::string rows;
+std::string Cells(const ListView& list) {
+    std::string cells;
     for (int row = 1; row <= list.Count(); ++row) {
-        rows += list.Item(row).Text + list.Item(row).ListSubItems[0].Text + ';';
+        cells += list.Item(row).Text + list.Item(row).ListSubItems[0].Text + ';';
     }
-    return rows;
+    return cells;
 }
 
 // Bela in slot 3 and Ciri in slot 5, both with kills; Dora in slot 99 with none.
 struct ListWorld : World {
     ListWorld() {
-        for (const auto& [c, name, kills] :
-             {std::tuple(3, "Bela", 12), {5, "Ciri", -1}, {99, "Dora", 0}}) {
+        Ledger.CharacterNames[99] = "Dora";
+        for (const auto& [c, name, m, monster, kills] : {std::tuple(3, "Bela", 1, "Rat", 2),
+                                                         {3, "Bela", 2, "Bat", -1},
+                                                         {3, "Bela", 5000, "", 4},
+                                                         {3, "Bela", 9999, "Cat", 7},
+                                                         {5, "Ciri", 1, "Rat", -6},
+                                                         {5, "Ciri", 2, "Bat", 1},
+                                                         {5, "Ciri", 5000, "", 4}}) {
             Ledger.CharacterNames[c] = name;
-            Ledger.CharacterKills[c] = kills;
+            Ledger.CharacterKills[c] += kills;
+            Ledger.MonsterNames[m] = monster;
+            Ledger.KillTable(c, m) = kills;
         }
-        for (const auto& [m, name, belas, ciris] : {std::tuple(1, "Rat", 2, 0),
-                                                    {2, "Bat", -1, 1},
-                                                    {5000, "", 4, 4},
-                                                    {9999, "Cat", 7, 0}}) {
-            Ledger.MonsterNames[m] = name;
-            Ledger.KillTable(3, m) = belas;
-            Ledger.KillTable(5, m) = ciris;
-        }
-        Refill();
+        Main::FillCharacterList(Ledger, Window, Screen.Services);
     }
     ListView& Characters = Window.lstCharacters;
     ListView& Monsters = Window.lstMonsters;
@@ -37,171 +39,133 @@ struct ListWorld : World {
 
 TEST(ListSorter, SortsByTextNumberAndDate) {
     const Desktop services = ScriptedDesktop().Services;
-    const auto sorted = [&services](Main::SortKind kind, bool ascending, const std::string& cells) {
+    const std::map<std::string, Main::SortKind> kinds = {
+        {"text", Main::SortText}, {"number", Main::SortNumber}, {"date", Main::SortDate}};
+    const std::string tag("tag\0", 4);
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/sorting.md")) {
+        const Lines kind = Fields(row[0], ' ');
         ListView list;
         list.ColumnHeaders.resize(3);
-        for (const std::string& cell : Fields(cells, '|')) {
-            ListItem& row = list.Add(cell + "!");
-            row.ListSubItems[1] = {cell, std::string("tag\0" + cell).append(1, '\0')};
+        for (const std::string& cell : Fields(row[1], ',')) {
+            list.Add("row " + cell).ListSubItems[1] = {cell, tag + cell};
         }
-        list.Select(1);
-        const std::string selected = list.SelectedItem()->Text;
-        Main::SortListView(services, list, 3, kind, ascending);
-        EXPECT_EQ(list.SelectedItem()->Text, selected);
-        std::string order;
+        Main::SortListView(services, list, 3, kinds.at(kind[0]), kind.back() != "descending");
+        EXPECT_EQ(list.SelectedItem()->Text, "row " + Fields(row[1], ',')[0]);
+        std::string sorted;
         for (int l = 1; l <= list.Count(); ++l) {
-            const ListItem& row = list.Item(l);
-            const std::string& cell = row.ListSubItems[1].Text;
-            EXPECT_EQ(row.Text, cell + "!");
-            EXPECT_EQ(row.ListSubItems[1].Tag, std::string("tag\0" + cell).append(1, '\0'));
-            order += (l == 1 ? "" : "|") + cell;
+            const ListSubItem& cell = list.Item(l).ListSubItems[1];
+            EXPECT_EQ(list.Item(l).Text, "row " + cell.Text);
+            EXPECT_EQ(cell.Tag, tag + cell.Text);
+            sorted += (l == 1 ? "" : ",") + cell.Text;
         }
-        EXPECT_EQ(list.SortKey, 2);
-        EXPECT_EQ(list.SortOrder, ascending ? 0 : 1);
-        return order;
-    };
-    using Main::SortDate, Main::SortNumber, Main::SortText;
-    for (const auto& [kind, cells, up] :
-         {std::tuple(SortText, "b|A|100|a|9|B|\xDC|&|\xFC", "&|100|9|A|a|b|B|\xDC|\xFC"),
-          // By base letters, then by accents; upper and lower case are equal.
-          {SortText,
-           "\xD7|\x80|\x9E|\x8E|Z|\xFF|\x9F|\xFD|\xDD|Y|\xFC|\xDC|\xDE|\xFE|\xDF|"
-           "Ss|\x8A|\x9A|s|of|\x9C|\x8C|\xF8|\xD8|\xD6|O|\xF1|\xD1|n|\xEF|\xCF|Ea|"
-           "\xCB|\xE9|\xC9|\xC8|\xE8|E|e|\xD0|\xF0|\xE7|\xC7|aEb|\xC5\xE6|"
-           "\xE5\xC6|a\xC6|9|0|.|&|",
-           "|&|.|0|9|a\xC6|\xC5\xE6|\xE5\xC6|aEb|\xE7|\xC7|\xD0|\xF0|E|e|\xC8|"
-           "\xE8|\xE9|\xC9|\xCB|Ea|\xEF|\xCF|n|\xF1|\xD1|O|\xD6|\xF8|\xD8|\x9C|"
-           "\x8C|of|s|\x8A|\x9A|Ss|\xDF|\xDE|\xFE|\xFC|\xDC|Y|\xFD|\xDD|\xFF|\x9F|"
-           "Z|\x9E|\x8E|\x80|\xD7"},
-          {SortNumber, "10|9|100|2.5", "2.5|9|10|100"},
-          {SortNumber, "0|-5|x|-10|1e3|-2.5|7x", "x|7x|-10|-5|-2.5|0|1e3"},
-          {SortDate, "2004-06-16|2004-06-15 23:59|2004-06-15 23:59:01|1899-01-01",
-           "1899-01-01|2004-06-15 23:59|2004-06-15 23:59:01|2004-06-16"},
-          // No date: as the one in front, or the zero date.
-          {SortDate, "x|1900-01-01|y|1899-12-29|2003-02-29",
-           "1899-12-29|2003-02-29|x|1900-01-01|y"}}) {
-        EXPECT_EQ(sorted(kind, true, cells), up);
+        EXPECT_EQ(sorted, row[2]);
     }
-    EXPECT_EQ(sorted(SortNumber, false, "9|100|x|10"), "100|10|9|x");
     EXPECT_EQ(Main::InvertDigits("-1.25"), " 8.74");
 }
 
-TEST(ClipboardReport, TellsTheWholeLedger) {
+TEST(Events, AreWiredToTheirRoutines) {
+    ListWorld world;
+    EXPECT_EQ(world.About.Picture1.Picture.Get(), "/opt/tallies/graphics/marrowquill.gif");
+    // A click on a character shows its kills, and puts the columns back that were dragged.
+    world.Characters.Select(2);
+    world.Monsters.Column(1).Width = 50;
+    world.Monsters.Column(2).Width = 60;
+    world.Characters.RaiseClick();
+    EXPECT_EQ(Cells(world.Monsters), "Bat 1;");
+    EXPECT_EQ(world.Monsters.Column(1).Width, 2300);
+    EXPECT_EQ(world.Monsters.Column(2).Width, 800);
+    // The window starts with nothing to save.
+    world.Ledger.DataChanged = 1;
+    world.Window.Window.Unload();
+    world.Window.Window.Show();
+    EXPECT_EQ(world.Ledger.DataChanged, 0);
+}
+
+TEST(ClipboardReport, HoldsTheWholeLedger) {
     ListWorld world;
     world.Screen.Clipboard = "something else";
     world.Ledger.PartyNumber = 7;
-    world.Ledger.KillTable(5, 9999) = 3;
     world.Ledger.MonsterNames[8] = "Imp";
     world.Ledger.KillTable(3, 8) = 32767;
-    world.Ledger.KillTable(99, 8) = 1;     // wraps below 0
+    world.Ledger.KillTable(99, 8) = 1; // wraps below 0
+    world.Ledger.KillTable(5, 9999) = 3;
     world.Ledger.KillTable(98, 9999) = 40; // of no character
-    const std::string expected =
-        "Stats for party #7 in game #0\r\n"
-        "(generated by Slaying Tallies, available from https://tallies.marrowquill.example/)\r\n"
-        "Individual kill stats:\r\n======================\r\n"
-        "Bela (12 total kills)\r\n  Rat : 2 kills\r\n  Imp : 32767 kills\r\n  Cat : 7 kills\r\n"
-        "Ciri (-1 total kills)\r\n  Bat : 1 kills\r\n  Cat : 3 kills\r\n"
-        "Dora (0 total kills)\r\n  Imp : 1 kills\r\n"
-        "\r\nOverall group kill stats:\r\n=========================\r\n"
-        "Rat : 2 group kills\r\nBat : 1 group kills\r\nCat : 10 group kills\r\n";
-    for (int run = 0; run < 2; ++run) {
-        world.Window.cmdClipboard.Click();
-        EXPECT_EQ(world.Screen.Clipboard, expected);
-        world.Characters.RaiseColumnClick(2);
-    }
+    world.Window.cmdClipboard.Click();
+    EXPECT_EQ(world.Screen.Clipboard, ReadAll(SHELF_FOLDER "/cases/clipboard.txt"));
+    const std::string works = "[Please wait, sending stats to clipboard...]";
+    EXPECT_EQ(world.TakeShown(), " refill busy" + works + " free[]");
     // A clipboard that another program holds.
     world.Screen.Services.ClipboardClear = [] { throw std::runtime_error("held"); };
     world.Window.cmdClipboard.Click();
-    EXPECT_EQ(world.Window.lblStatus.Caption.Get(), "");
-    EXPECT_EQ(world.Window.Window.MousePointer.Get(), Pointer::Default);
+    EXPECT_EQ(world.TakeShown(), " busy" + works + " free[]");
 }
 
 TEST(Corrections, TakeKillsOutOfTheLedger) {
     ListWorld world;
-    world.Ledger.DataChanged = 0;
-    const auto remove = [&world](ListView& list, int row, Answer answer) {
+    const auto [ledger, characters, monsters] =
+        std::tie(world.Ledger, world.Characters, world.Monsters);
+    // Deletes in a list; returns what both lists show then.
+    const auto remove = [&](ListView& list, int row, Answer answer) {
         world.Screen.Answers = {answer};
         list.Select(row);
-        list.RaiseKeyUp(46, 1);
-        return world.TakeBoxes();
+        list.RaiseKeyUp(KeyDelete, 1);
+        return Cells(characters) + '|' + Cells(monsters);
     };
+    EXPECT_EQ(remove(monsters, 2, Answer::No), "Bela 12;Ciri-1;Dora 0;|Rat 2;Cat 7;");
+    EXPECT_EQ(remove(monsters, 2, Answer::Yes), "Bela 5;Ciri-1;Dora 0;|Rat 2;");
     const std::string reminder = "\r\nRemember you cannot re-import turns already imported without "
                                  "blanking all data! [Yes, No] [question]";
-    const Lines killsPrompt{"[Sure?] Really delete this characters kills for this monster?" +
-                            reminder};
-    const Lines characterPrompt{"[Sure?] Really delete this character from the list?" + reminder};
-
-    EXPECT_EQ(remove(world.Monsters, 2, Answer::No), killsPrompt);
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;Cat 7;");
-    EXPECT_EQ(remove(world.Monsters, 2, Answer::Yes), killsPrompt);
-    EXPECT_EQ(Rows(world.Monsters), "Rat 2;");
-    EXPECT_EQ(Rows(world.Characters), "Bela 5;Ciri-1;Dora 0;");
-    // The character selected counts, not the one whose rows show; a lower slot that the name
-    // reconciles with wins.
-    world.Ledger.MonsterNames[1] = "Bats";
-    world.Characters.Select(2);
-    world.Characters.RaiseKeyUp(40, 0);
-    world.Ledger.KillTable(5, 1) = 6;
-    remove(world.Monsters, 1, Answer::Yes);
-    EXPECT_EQ(world.Ledger.CharacterKills[5], -7);
-    EXPECT_EQ(world.Ledger.KillTable(5, 2), 1);
-    EXPECT_EQ(Rows(world.Monsters), "Bat 2;") << "the name was rewritten";
+    EXPECT_EQ(world.TakeBoxes().at(1),
+              "[Sure?] Really delete this characters kills for this monster?" + reminder);
+    EXPECT_EQ(remove(characters, 1, Answer::No), "Bela 5;Ciri-1;Dora 0;|Rat 2;");
+    EXPECT_EQ(world.TakeBoxes().at(0),
+              "[Sure?] Really delete this character from the list?" + reminder);
+    // The character selected counts, not the one whose rows show; a lower slot with which the
+    // name is reconciled comes first, and is rewritten.
+    ledger.MonsterNames[1] = "Bats";
+    characters.Select(2);
+    characters.RaiseKeyUp(KeyDownArrow, 0);
+    EXPECT_EQ(remove(monsters, 1, Answer::Yes), "Bela 5;Ciri 5;Dora 0;|Bat 2;");
+    EXPECT_EQ(ledger.KillTable(5, 1) + ledger.KillTable(5, 2), 1);
     // A monster that cannot be looked up, and a total that would leave its range.
-    world.Ledger.MonsterNames[4] = "X";
-    remove(world.Monsters, 1, Answer::Yes);
-    world.Ledger.MonsterNames[4] = "";
-    world.Ledger.CharacterKills[3] = std::numeric_limits<std::int32_t>::min();
-    remove(world.Monsters, 1, Answer::Yes);
-    EXPECT_EQ(world.Ledger.KillTable(3, 1), 2);
+    ledger.MonsterNames[4] = "X";
+    EXPECT_EQ(remove(monsters, 1, Answer::Yes), "Bela 5;Ciri 5;Dora 0;|Bat 2;");
+    ledger.MonsterNames[4] = "";
+    ledger.CharacterKills[3] = std::numeric_limits<std::int32_t>::min();
+    EXPECT_EQ(remove(monsters, 1, Answer::Yes), "Bela-2147483648;Ciri 5;Dora 0;|Bat 2;");
 
-    EXPECT_EQ(remove(world.Characters, 2, Answer::No), characterPrompt);
-    EXPECT_EQ(remove(world.Characters, 2, Answer::Yes), characterPrompt);
-    EXPECT_EQ(Rows(world.Characters), "Bela-2147483648;Dora 0;");
-    EXPECT_EQ(world.Ledger.CharacterKills[5] + world.Ledger.KillTable(5, 2), 0);
-    remove(world.Characters, 1, Answer::Yes);
-    remove(world.Characters, 1, Answer::Yes);
-    EXPECT_EQ(Rows(world.Characters) + Rows(world.Monsters), "");
-    world.Characters.RaiseKeyUp(46, 0);
-    world.Monsters.RaiseKeyUp(46, 0);
-    EXPECT_EQ(world.TakeBoxes(), Lines{}) << "no row, no question";
-    EXPECT_EQ(world.Ledger.DataChanged, 0);
+    EXPECT_EQ(remove(characters, 2, Answer::Yes), "Bela-2147483648;Dora 0;|Bat 2;");
+    EXPECT_EQ(ledger.CharacterKills[5] + ledger.KillTable(5, 2), 0);
+    EXPECT_EQ(remove(characters, 1, Answer::Yes), "Dora 0;|");
+    EXPECT_EQ(remove(characters, 1, Answer::Yes), "|");
+    EXPECT_FALSE(characters.Enabled || monsters.Enabled);
+    characters.RaiseKeyUp(KeyDelete, 0); // no row, no question: it would find no answer
+    monsters.RaiseKeyUp(KeyDelete, 0);
+    EXPECT_EQ(ledger.DataChanged, 0);
 }
 
 TEST(NumberBoxes, CommitWhatWasTyped) {
     World world;
     const auto [ledger, window] = std::tie(world.Ledger, world.Window);
-    const std::string big(400, '9');
-    for (const auto& [typed, game, field, turn] : {std::tuple("12abc", "12", 12, "12"),
-                                                   {"abc", "", 0, ""},
-                                                   {"", "", 0, ""},
-                                                   {"-5", "", 0, ""},
-                                                   {"007", "7", 7, "7"},
-                                                   {"12.5", "12", 12, "12.5"},
-                                                   {"13.5", "14", 14, "13.5"},
-                                                   {"0.25", "0", 0, "0.25"},
-                                                   {"1e3", "1000", 1000, "1000"},
-                                                   {"32767.4", "32767", 32767, "32767.4"},
-                                                   {"32767.5", "99", 99, "32767.5"},
-                                                   {big.c_str(), "99", 99, big.c_str()}}) {
-        for (const auto& [box, number] : {std::pair(&window.txtGame, &ledger.GameNumber),
-                                          {&window.txtParty, &ledger.PartyNumber}}) {
-            *number = 99;
-            box->Text = typed;
-            box->KeyPress('5');
-            EXPECT_EQ(box->Text.Get(), typed);
-            box->KeyPress(13);
-            EXPECT_EQ(box->Text.Get(), game) << typed;
-            EXPECT_EQ(*number, field) << typed;
+    for (const Lines& row : Cases(SHELF_FOLDER "/cases/number-boxes.md")) {
+        ledger.GameNumber = 99;
+        ledger.PartyNumber = 99;
+        Lines shown;
+        for (TextBox* const box :
+             {&window.txtGame, &window.txtParty, &window.txtTurnStart, &window.txtTurnEnd}) {
+            box->Text = row[0];
+            box->KeyPress(KeyEnter);
+            shown.push_back(box->Text);
         }
-        for (TextBox* const box : {&window.txtTurnStart, &window.txtTurnEnd}) {
-            box->Text = typed;
-            box->LostFocus();
-            EXPECT_EQ(box->Text.Get(), turn) << typed;
-        }
+        EXPECT_EQ(shown, (Lines{row[1], row[1], row[3], row[3]}));
+        EXPECT_EQ(std::to_string(ledger.GameNumber), row[2]);
+        EXPECT_EQ(std::to_string(ledger.PartyNumber), row[2]);
     }
-    ledger.GameNumber = 0;
+    window.txtGame.Text = "0";
+    window.txtGame.LostFocus();
     window.txtGame.Text = "40000";
+    window.txtGame.KeyPress('5');
+    EXPECT_EQ(window.txtGame.Text.Get(), "40000");
     window.txtGame.LostFocus();
     EXPECT_EQ(window.txtGame.Text.Get(), "");
-    EXPECT_EQ(ledger.DataChanged, 0);
 }
