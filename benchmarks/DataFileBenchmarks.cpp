@@ -1,22 +1,14 @@
+#include "Bare.h"
+#include "Compare.h"
 #include "Input.h"
-#include "Rows.h"
 #include "datafile/DataFile.h"
 
-#include <benchmark/benchmark.h>
-
 #include <charconv>
-#include <cstring>
-#include <fcntl.h>
-#include <fstream>
-#include <iterator>
-#include <memory>
-#include <unistd.h>
 
 namespace {
 
-using Bench::Pair;
 using Bench::Require;
-using Bench::Seconds;
+using Bench::Timing;
 using Path = std::filesystem::path;
 
 std::unique_ptr<KillLedger> Ledger(bool full) {
@@ -24,12 +16,13 @@ std::unique_ptr<KillLedger> Ledger(bool full) {
 }
 
 std::string Contents(const Path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string bytes(std::filesystem::file_size(path), '\0');
+    Bare::Read(path, bytes, [&](std::string_view whole) { Require(whole == bytes, "bytes"); });
+    return bytes;
 }
 
-// Bytes to a new file, to the disk, and over the old file: the least that leaves either the one
-// or the other, whole, whenever the power goes.
+// Bytes to a new file, to the disk, and over the old file: the least that leaves the old or the
+// new one, whole, when the power fails.
 void ReplaceBare(const Path& target, const std::string& bytes) {
     const Path name = target.native() + ".new";
     const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -43,97 +36,45 @@ void ReplaceBare(const Path& target, const std::string& bytes) {
     ::close(folder);
 }
 
-Pair Save(bool full) {
-    const auto folder = std::make_shared<Input::Folder>();
-    const std::shared_ptr<const KillLedger> ledger = Ledger(full);
-    const auto bytes = std::make_shared<const std::string>(Input::DataFileBytes(*ledger));
-    // Each has a target of its own, and finds its own old file there.
-    const auto save = [folder, bytes](const char* name, auto write) {
-        const Path target = folder->Path / name;
-        const double seconds = Seconds([&] { write(target); });
-        Require(Contents(target) == *bytes, "saved bytes");
-        return seconds;
-    };
-    return {[=] {
-                return save("program.qvt",
-                            [&](const Path& target) { Main::WriteDataFile(*ledger, target); });
-            },
-            [=] {
-                return save("floor.qvt", [&](const Path& target) { ReplaceBare(target, *bytes); });
-            }};
+// Each has a file of its own to replace.
+void Save(benchmark::State& state, bool full) {
+    const Input::Folder folder;
+    const auto ledger = Ledger(full);
+    const Path saved = folder / "program.qvt";
+    Main::WriteDataFile(*ledger, saved);
+    const std::string bytes = Contents(saved);
+    Bench::Compare(state, 3, Timing([&] { Main::WriteDataFile(*ledger, saved); }),
+                   Timing([&] { ReplaceBare(folder / "floor.qvt", bytes); }));
+    Require(Contents(saved) == bytes, "saved bytes");
 }
 
-// Reads a file through a small buffer and each line as a number. Gives the sum of those that are.
-std::int64_t SumBare(const Path& path) {
-    constexpr std::size_t capacity = std::size_t{64} << 10;
-    const auto buffer = std::make_unique<std::array<char, capacity>>();
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    Require(file >= 0, "a file to load");
+// The floor reads each line as a number.
+void Load(benchmark::State& state, bool full) {
+    const Input::Folder folder;
+    const auto ledger = Ledger(full);
+    const auto other = Ledger(!full); // so that every slot changes
+    const auto loaded = Ledger(!full);
+    const Path path = folder / "ledger.qvt";
+    Main::WriteDataFile(*ledger, path);
+    std::string buffer = Contents(path);
     std::int64_t sum = 0;
-    std::size_t kept = 0;
-    for (;;) {
-        const ssize_t count = ::read(file, buffer->data() + kept, capacity - kept);
-        if (count <= 0) {
-            break;
-        }
-        const char* line = buffer->data();
-        const char* const end = line + kept + count;
-        for (;;) {
-            std::int32_t value = 0;
-            const char* const behind = std::from_chars(line, end, value).ptr;
-            const void* const feed =
-                std::memchr(behind, '\n', static_cast<std::size_t>(end - behind));
-            if (feed == nullptr) {
-                break;
-            }
-            sum += value;
-            line = static_cast<const char*>(feed) + 1;
-        }
-        kept = static_cast<std::size_t>(end - line);
-        std::memmove(buffer->data(), line, kept);
-    }
-    ::close(file);
-    return sum;
+    const auto add = [&](std::string_view line) {
+        std::int32_t value = 0;
+        std::from_chars(line.data(), line.data() + line.size(), value);
+        sum += value;
+    };
+    Bench::Compare(
+        state, 1.5, Timing([&] { Main::ReadDataFile(*loaded, path); }, [&] { *loaded = *other; }),
+        Timing([&] {
+            Bare::Read(path, buffer, [&](std::string_view text) { Bare::ForEachLine(text, add); });
+        }));
+    benchmark::DoNotOptimize(sum);
+    Require(*loaded == *ledger, "the loaded ledger");
 }
 
-std::int64_t SumOfNumbers(const KillLedger& ledger) {
-    std::int64_t sum = std::int64_t{ledger.GameNumber} + ledger.PartyNumber;
-    for (int c = 1; c <= MaxCharacters; ++c) {
-        sum += ledger.CharacterKills[c];
-        for (int m = 1; m <= MaxMonsters; ++m) {
-            sum += ledger.KillTable(c, m);
-        }
-    }
-    for (int i = 1; i <= MaxTurns; ++i) {
-        sum += ledger.TurnFileLengths[i];
-    }
-    return sum;
-}
-
-Pair Load(bool full) {
-    const auto folder = std::make_shared<Input::Folder>();
-    const std::shared_ptr<const KillLedger> ledger = Ledger(full);
-    const Path path = folder->Write("ledger.qvt", Input::DataFileBytes(*ledger));
-    const std::int64_t expected = SumOfNumbers(*ledger);
-    return {[folder, path, ledger, full] {
-                const auto loaded = Ledger(!full); // so that every slot changes
-                const double seconds = Seconds(
-                    [&] { Require(Main::ReadDataFile(*loaded, path), "a data file taken"); });
-                Require(Input::SameTables(*loaded, *ledger), "the loaded ledger");
-                return seconds;
-            },
-            [folder, path, expected] {
-                return Seconds([&] { Require(SumBare(path) == expected, "sum"); });
-            }};
-}
+BENCHMARK_CAPTURE(Save, full, true)->Name("Save of a ledger, full");
+BENCHMARK_CAPTURE(Load, full, true)->Name("Load of a ledger, full");
+BENCHMARK_CAPTURE(Save, empty, false)->Name("Save of a ledger, empty");
+BENCHMARK_CAPTURE(Load, empty, false)->Name("Load of a ledger, empty");
 
 } // namespace
-
-void Bench::AddDataFileRows() {
-    for (const auto& [name, full] : {std::pair("full", true), {"empty", false}}) {
-        Add({std::string("Save of a ledger, ") + name, Rule::Ratio, 3, 41,
-             [full = full] { return Save(full); }});
-        Add({std::string("Load of a ledger, ") + name, Rule::Ratio, 1.5, 41,
-             [full = full] { return Load(full); }});
-    }
-}

@@ -1,177 +1,137 @@
+#include "Bare.h"
+#include "Compare.h"
 #include "Input.h"
-#include "Reports.h"
-#include "Rows.h"
 #include "fingerprint/modMD5.h"
 #include "import/TurnScanner.h"
 
-#include <benchmark/benchmark.h>
+#include <QApplication>
 
-#include <array>
-#include <cstring>
-#include <fcntl.h>
+#include <algorithm>
+#include <fstream>
+#include <malloc.h>
 #include <memory>
-#include <span>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
-using Bench::Pair;
 using Bench::Require;
-using Bench::Seconds;
-using Bench::Sized;
+using Bench::Timing;
+using Path = std::filesystem::path;
 
-// A file opened with nothing around it.
-class BareFile {
-public:
-    explicit BareFile(const std::filesystem::path& path)
-        : Handle(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-        Require(Handle >= 0, "a file that cannot be opened");
-    }
-    ~BareFile() { ::close(Handle); }
-    BareFile(const BareFile&) = delete;
-    BareFile& operator=(const BareFile&) = delete;
+constexpr std::size_t PieceSize = std::size_t{64} << 10; // that floors read
 
-    // The bytes read, none at the end of the file.
-    std::span<char> Read(std::span<char> buffer) const {
-        const ssize_t count = ::read(Handle, buffer.data(), buffer.size());
-        Require(count >= 0, "a file that cannot be read");
-        return buffer.first(static_cast<std::size_t>(count));
-    }
+// The batch import from the menu, as the player does it.
+void ImportFolderOf(const Path& report, Program& tallies) {
+    tallies.Services.ShowOpen = [&](CommonDialog& dialog) {
+        dialog.FileName = report;
+        return true;
+    };
+    tallies.MainWindow.mnuFileBatch.Click();
+}
 
-private:
-    int Handle;
-};
-
-using Buffer = std::array<char, std::size_t{64} << 10>;
-
-std::size_t ReadToEnd(const std::filesystem::path& path, Buffer& buffer) {
-    const BareFile file(path);
-    std::size_t bytes = 0;
-    for (;;) {
-        const auto read = file.Read(buffer);
-        if (read.empty()) {
-            return bytes;
+// The floor reads each report once for its lines and once for its fingerprint, and looks up each
+// monster once, in the ledger as the program filled it.
+void BatchImport(benchmark::State& state) {
+    const Input::Batch batch(2'000);
+    const auto tallies = Input::StartedProgram();
+    KillLedger& ledger = tallies->Ledger;
+    batch.Expected->ApplicationPath = ledger.ApplicationPath;
+    std::string buffer(PieceSize, '\0');
+    const auto importBare = [&] {
+        std::size_t clause = 0;
+        int turn = 0;
+        for (const Path& report : batch.Files) {
+            std::size_t bytes = 0;
+            Bare::Read(report, buffer, [&](std::string_view piece) { bytes += piece.size(); });
+            Require(bytes == std::filesystem::file_size(report), "bytes of a report");
+            ++turn;
+            Bare::Read(report, buffer, [&](std::string_view whole) {
+                Require(modMD5::DigestText(whole) == ledger.TurnHashes[turn], "fingerprint");
+            });
+            for (int i = 0; i < Input::Batch::Clauses; ++i) {
+                const std::string& monster = batch.Monsters[clause++ % batch.Monsters.size()];
+                Require(Bare::Walk(ledger.MonsterNames, MaxMonsters, monster) > 0, monster);
+            }
         }
-        bytes += read.size();
-    }
+    };
+    Bench::Compare(state, 1.5,
+                   Timing([&] { ImportFolderOf(batch.Files.front(), *tallies); },
+                          [&] { Main::BlankLedger(ledger); }),
+                   Timing(importBare));
+    Require(ledger == *batch.Expected, "the ledger after a batch");
 }
 
-std::size_t CountLines(const std::filesystem::path& path) {
-    const auto buffer = std::make_unique<Buffer>();
-    const BareFile file(path);
-    std::size_t lines = 0;
-    for (;;) {
-        const auto read = file.Read(*buffer);
-        if (read.empty()) {
-            return lines;
-        }
-        const char* at = read.data();
-        const char* const end = at + read.size();
-        while (const void* const mark = std::memchr(at, '\n', static_cast<std::size_t>(end - at))) {
-            at = static_cast<const char*>(mark) + 1;
-            ++lines;
-        }
-    }
+// One long report without kills, for a ledger of the game `game`. The floor counts its lines.
+void Scan(benchmark::State& state, double target, std::int16_t game) {
+    const Input::Folder folder;
+    const std::string text = Input::Report(31, std::size_t{64} << 20);
+    const Path report = folder.Write("report.html", text);
+    const auto blank = std::make_unique<KillLedger>();
+    blank->GameNumber = game;
+    blank->PartyNumber = Input::Party;
+    const auto ledger = std::make_unique<KillLedger>();
+    Slaying_Tallies window;
+    std::string buffer(PieceSize, '\0');
+    std::ptrdiff_t lines = 0;
+    Bench::Compare(state, target,
+                   Timing([&] { Main::ProcessTurn(*ledger, window, Desktop(), report); },
+                          [&] { *ledger = *blank; }),
+                   Timing(
+                       [&] {
+                           Bare::Read(report, buffer, [&](std::string_view piece) {
+                               Bare::ForEachLine(piece, [&](std::string_view line) {
+                                   lines += line.ends_with('\n') ? 1 : 0;
+                               });
+                           });
+                       },
+                       [&] { lines = 0; }));
+    Require(lines == std::count(text.begin(), text.end(), '\n'), "lines");
+    Require(ledger->CharacterNames[1].empty(), "a report without kills");
+    Require(ledger->TurnHashes[1].empty() == (game != Input::Game), "a report taken or refused");
 }
 
-// A stage whose ledger knows game and party, so that a report of others is refused.
-std::unique_ptr<Input::Stage> StageOf(std::int16_t game) {
-    auto stage = std::make_unique<Input::Stage>();
-    stage->Ledger.GameNumber = game;
-    stage->Ledger.PartyNumber = Reports::Party;
-    return stage;
+// MiB that the process holds more after `work` than before. Free memory is returned to the system
+// first: it would hide what `work` takes.
+template <class Taking>
+double TakenMemory(Taking work) {
+    const auto held = [] {
+        std::ifstream status("/proc/self/statm");
+        double total = 0;
+        double pages = 0;
+        status >> total >> pages;
+        return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1 << 20);
+    };
+    ::malloc_trim(0);
+    const double before = held();
+    work();
+    return held() - before;
 }
 
-// One long report without kills; `game` is the one of the ledger.
-Pair LongScan(std::int16_t game) {
-    const auto folder = std::make_shared<Input::Folder>();
-    const std::string text = Reports::Header(31) + Reports::Prose(Sized<std::size_t>(64, 1) << 20);
-    const auto report = folder->Write("report.html", text);
-    std::size_t lines = 0;
-    for (const char c : text) {
-        lines += c == '\n' ? 1 : 0;
-    }
-    constexpr std::size_t hashed = std::size_t{3} << 20;
-    const std::string fingerprint =
-        game == Reports::Game ? modMD5::DigestText(std::string_view(text).substr(0, hashed)) : "";
-    return {[folder, report, game, fingerprint] {
-                const auto stage = StageOf(game);
-                const double seconds = Seconds([&] {
-                    Main::ProcessTurn(stage->Ledger, stage->Window, stage->Services, report);
-                });
-                const auto blank = StageOf(game);
-                blank->Ledger.TurnHashes[1] = fingerprint;
-                blank->Ledger.TurnFileLengths[1] =
-                    fingerprint.empty()
-                        ? 0
-                        : static_cast<std::int32_t>(std::filesystem::file_size(report));
-                Require(Input::SameTables(stage->Ledger, blank->Ledger) &&
-                            stage->Ledger.DataChanged == 1 && stage->Messages == 0,
-                        "the ledger behind a scan without kills");
-                return seconds;
-            },
-            [=] { return Seconds([&] { Require(CountLines(report) == lines, "lines"); }); }};
+void LedgerMemory(benchmark::State& state) {
+    state.SetLabel("MiB");
+    Bench::Compare(state, 6, [] {
+        std::unique_ptr<KillLedger> ledger;
+        return TakenMemory([&] { ledger = std::make_unique<KillLedger>(); });
+    });
 }
 
-// A batch through the menu, as the player does it. The floor opens each report as often as the
-// import must and reads it as often, for its lines and for its fingerprint; asks for its size;
-// takes the digest of its bytes; and seeks one name for each clause in the table as the import
-// leaves it.
-Pair BatchImport() {
-    constexpr std::size_t reportSize = 40'000;
-    const auto folder = std::make_shared<Input::Folder>();
-    const auto batch =
-        std::make_shared<Reports::Batch>(folder->Path, Sized(2'000, 50), reportSize, 300);
-    const auto stage = std::make_shared<Input::Stage>();
-    stage->Choice = batch->Files.front();
-    return {[folder, batch, stage] {
-                Main::BlankLedger(stage->Ledger);
-                const double seconds = Seconds([&] { stage->Window.mnuFileBatch.Click(); });
-                Require(batch->IsImportedInto(stage->Ledger) && stage->Messages == 0 &&
-                            stage->Window.lstCharacters.Count() > 0,
-                        "the ledger behind a batch");
-                return seconds;
-            },
-            [=] {
-                const auto buffer = std::make_unique<Buffer>();
-                std::vector<std::string> sought;
-                for (std::size_t i = 0; i < 300; ++i) {
-                    sought.push_back(Input::MonsterName(i * 33));
-                }
-                std::size_t clause = 0;
-                return Seconds([&] {
-                    for (std::size_t i = 0; i < batch->Files.size(); ++i) {
-                        const auto& report = batch->Files[i];
-                        struct stat status {};
-                        Require(::stat(report.c_str(), &status) == 0, "size");
-                        const auto size = static_cast<std::size_t>(status.st_size);
-                        Require(ReadToEnd(report, *buffer) == size, "bytes of the lines");
-                        { const BareFile isThere(report); }
-                        const auto hashed = BareFile(report).Read(std::span(*buffer).first(size));
-                        Require(modMD5::DigestText({hashed.data(), hashed.size()}) ==
-                                    stage->Ledger.TurnHashes[static_cast<int>(i) + 1],
-                                "fingerprint");
-                        for (int c = 0; c < Reports::Batch::ClausesPerReport; ++c) {
-                            const std::string& name = sought[clause++ % sought.size()];
-                            int found = 0;
-                            for (int m = 1; m <= MaxMonsters; ++m) {
-                                if (stage->Ledger.MonsterNames[m] == name) {
-                                    found = m;
-                                }
-                            }
-                            benchmark::DoNotOptimize(found);
-                        }
-                    }
-                });
-            }};
+// Each time in a program that has just started.
+void ImportMemory(benchmark::State& state) {
+    const Input::Batch batch(2'000);
+    state.SetLabel("MiB");
+    Bench::Compare(state, 2, [&] {
+        const auto tallies = Input::StartedProgram();
+        QApplication::processEvents();
+        return TakenMemory([&] {
+            ImportFolderOf(batch.Files.front(), *tallies);
+            QApplication::processEvents();
+        });
+    });
 }
+
+BENCHMARK(BatchImport)->Name("Batch import of 2,000 reports");
+BENCHMARK_CAPTURE(Scan, refused, 6, Input::Game + 1)->Name("Scan of 64 MB, refused at its head");
+BENCHMARK_CAPTURE(Scan, whole, 12, Input::Game)->Name("Scan of 64 MB of prose");
+BENCHMARK(LedgerMemory)->Name("Memory of the ledger");
+BENCHMARK(ImportMemory)->Name("Memory after 2,000 reports");
 
 } // namespace
-
-void Bench::AddImportRows() {
-    Add({"Batch import of 2,000 reports", Rule::Ratio, 1.5, 11, BatchImport});
-    Add({"Scan of 64 MB, refused at its head", Rule::Ratio, 6, 25,
-         [] { return LongScan(Reports::Game + 1); }});
-    Add({"Scan of 64 MB of prose", Rule::Ratio, 12, 25, [] { return LongScan(Reports::Game); }});
-}

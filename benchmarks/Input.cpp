@@ -1,210 +1,150 @@
 #include "Input.h"
 
-#include "app/Events.h"
+#include "Compare.h"
+#include "fingerprint/modMD5.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <fstream>
-#include <stdexcept>
+#include <random>
 
 namespace Input {
 namespace {
 
-constexpr std::array<const char*, 10> LookStarts = {"Ash",  "Bog",   "Dun",  "Frost", "Gloom",
-                                                    "Grim", "Thorn", "Rust", "Mire",  "Wan"};
-constexpr std::array<const char*, 11> LookEnds = {"",     "eyed", "born",  "clad", "fang", "hide",
-                                                  "horn", "tail", "tooth", "wing", "mane"};
-constexpr std::array<const char*, 8> Homes = {"Cave", "Marsh",  "Hill", "Barrow",
-                                              "Fen",  "Cellar", "Sea",  "Forest"};
-constexpr std::array<const char*, 10> KindStarts = {"Bar", "Cor", "Dra", "Fel", "Gor",
-                                                    "Hul", "Kra", "Mor", "Ska", "Tro"};
-constexpr std::array<const char*, 10> KindEnds = {"",    "gon", "hound", "ling",  "lurk",
-                                                  "maw", "rak", "spawn", "wight", "ger"};
-
-constexpr std::array<const char*, 10> PersonStarts = {"Al",  "Bren", "Cor", "Dag",  "Ed",
-                                                      "Hob", "Mael", "Or",  "Pell", "Yr"};
-constexpr std::array<const char*, 11> PersonEnds = {"aric", "dis",   "dwin", "fast",   "gar", "ka",
-                                                    "mund", "recht", "stan", "willow", "bern"};
-
-// Any entry, for any number.
 template <std::size_t Count>
-std::string At(const std::array<const char*, Count>& words, std::size_t number) {
-    return words.at(number % Count);
+using Words = std::array<const char*, Count>;
+
+constexpr Words<10> LookStarts = {"Ash",  "Bog",   "Dun",  "Frost", "Gloom",
+                                  "Grim", "Thorn", "Rust", "Mire",  "Wan"};
+constexpr Words<11> LookEnds = {"",     "eyed", "born",  "clad", "fang", "hide",
+                                "horn", "tail", "tooth", "wing", "mane"};
+constexpr Words<8> Homes = {"Cave", "Marsh", "Hill", "Barrow", "Fen", "Cellar", "Sea", "Forest"};
+constexpr Words<10> KindStarts = {"Bar", "Cor", "Dra", "Fel", "Gor",
+                                  "Hul", "Kra", "Mor", "Ska", "Tro"};
+constexpr Words<10> KindEnds = {"",    "gon", "hound", "ling",  "lurk",
+                                "maw", "rak", "spawn", "wight", "ger"};
+
+// A word for any number.
+template <std::size_t Count>
+std::string Any(const Words<Count>& words, int number) {
+    return words.at(static_cast<std::size_t>(number) % Count);
 }
 
-void AppendText(std::string& file, std::string_view text) {
-    file.append(1, '"').append(text).append("\"\r\n");
-}
-
-void AppendNumber(std::string& file, std::int32_t number) {
-    file.append(std::to_string(number)).append("\r\n");
-}
-
-// Of all tables whose slots run to Last: whether `same` holds for each slot.
-template <class Same>
-bool ForAll(int last, Same same) {
-    for (int slot = 1; slot <= last; ++slot) {
-        if (!same(slot)) {
-            return false;
+// Of the sample reports, all lines but headers and kills.
+std::vector<std::string> ProseLines() {
+    std::vector<std::string> lines;
+    for (int turn = 32; turn <= 46; ++turn) {
+        std::ifstream report(SAMPLES_FOLDER "/turn-0" + std::to_string(turn) + ".html");
+        for (std::string line; std::getline(report, line);) {
+            if (line.find("# ") == std::string::npos && line.find("killing") == std::string::npos) {
+                lines.push_back(line + '\n');
+            }
         }
     }
-    return true;
-}
-
-std::filesystem::path MemoryFolder() {
-    constexpr std::uintmax_t room = std::uintmax_t{400} << 20;
-    std::error_code absent;
-    const std::filesystem::path memory = "/dev/shm";
-    const auto space = std::filesystem::space(memory, absent);
-    return !absent && space.available >= room ? memory : std::filesystem::temp_directory_path();
+    Bench::Require(!lines.empty(), "no samples");
+    return lines;
 }
 
 } // namespace
 
-std::string MonsterName(std::size_t number) {
-    const std::size_t looks = LookStarts.size() * LookEnds.size();
-    const std::size_t look = number % looks;
-    const std::size_t kind = number / looks;
-    std::string name = At(LookStarts, look) + At(LookEnds, look / LookStarts.size());
+std::string MonsterName(int number) {
+    const int look = number % 110;
+    const int kind = number / 110;
+    std::string name = Any(LookStarts, look) + Any(LookEnds, look / 10);
     if ((look + kind) % 2 == 1) {
-        name += ' ' + At(Homes, kind / 2);
+        name += ' ' + Any(Homes, kind / 2);
     }
-    return name + ' ' + At(KindStarts, kind) + At(KindEnds, kind / KindStarts.size());
+    return name + ' ' + CharacterName(kind);
 }
 
-std::string CharacterName(std::size_t number) {
-    return At(PersonStarts, number) + At(PersonEnds, number / PersonStarts.size());
+std::string CharacterName(int number) {
+    return Any(KindStarts, number) + Any(KindEnds, number / 10);
 }
 
 std::unique_ptr<KillLedger> FullLedger(int step) {
     auto ledger = std::make_unique<KillLedger>();
-    Sequence numbers;
-    ledger->GameNumber = 12;
-    ledger->PartyNumber = 1047;
+    std::mt19937 numbers;
+    ledger->GameNumber = Game;
+    ledger->PartyNumber = Party;
     for (int m = 1; m <= MaxMonsters; m += step) {
-        ledger->MonsterNames[m] = MonsterName(static_cast<std::size_t>(m) - 1);
+        ledger->MonsterNames[m] = MonsterName(m - 1);
     }
     for (int c = 1; c <= MaxCharacters; ++c) {
-        ledger->CharacterNames[c] = CharacterName(static_cast<std::size_t>(c) - 1);
+        ledger->CharacterNames[c] = CharacterName(c - 1);
         for (int m = 1; m <= MaxMonsters; m += step) {
-            const auto kills = static_cast<std::int32_t>(numbers.Next(9999) + 1);
+            const auto kills = static_cast<std::int32_t>(numbers() % 9999 + 1);
             ledger->KillTable(c, m) = kills;
             ledger->CharacterKills[c] += kills;
         }
     }
     for (int i = 1; i <= MaxTurns; ++i) {
-        ledger->TurnFileLengths[i] = static_cast<std::int32_t>(20'000 + numbers.Next(20'000));
-        for (int digit = 0; digit < 32; ++digit) {
-            ledger->TurnHashes[i] += "0123456789abcdef"[numbers.Next(16)];
-        }
+        ledger->TurnFileLengths[i] = static_cast<std::int32_t>(20'000 + numbers() % 20'000);
+        ledger->TurnHashes[i] = modMD5::DigestText(std::to_string(i));
     }
     return ledger;
 }
 
-bool SameTables(const KillLedger& one, const KillLedger& other) {
-    return one.GameNumber == other.GameNumber && one.PartyNumber == other.PartyNumber &&
-           ForAll(MaxCharacters,
-                  [&](int c) {
-                      return one.CharacterNames[c] == other.CharacterNames[c] &&
-                             one.CharacterKills[c] == other.CharacterKills[c] &&
-                             ForAll(MaxMonsters, [&](int m) {
-                                 return one.KillTable(c, m) == other.KillTable(c, m);
-                             });
-                  }) &&
-           ForAll(MaxMonsters,
-                  [&](int m) { return one.MonsterNames[m] == other.MonsterNames[m]; }) &&
-           ForAll(MaxTurns, [&](int i) {
-               return one.TurnFileLengths[i] == other.TurnFileLengths[i] &&
-                      one.TurnHashes[i] == other.TurnHashes[i];
-           });
-}
-
-std::string DataFileBytes(const KillLedger& ledger) {
-    std::string file;
-    AppendText(file, "Ver: 6");
-    AppendNumber(file, ledger.GameNumber);
-    AppendNumber(file, ledger.PartyNumber);
-    for (int c = 1; c <= MaxCharacters; ++c) {
-        AppendText(file, ledger.CharacterNames[c]);
-        AppendNumber(file, ledger.CharacterKills[c]);
-        for (int m = 1; m <= MaxMonsters; ++m) {
-            AppendNumber(file, ledger.KillTable(c, m));
-        }
-    }
-    for (int i = 1; i <= MaxTurns; ++i) {
-        AppendNumber(file, ledger.TurnFileLengths[i]);
-        AppendText(file, ledger.TurnHashes[i]);
-        AppendText(file, ledger.MonsterNames[i]);
-    }
-    return file;
-}
-
-std::string ReportBody(const KillLedger& ledger) {
-    std::string report = "Individual kill stats:\r\n======================\r\n";
-    std::vector<std::uint32_t> totals(std::size_t{MaxMonsters} + 1);
-    for (int c = 1; c <= MaxCharacters; ++c) {
-        report += ledger.CharacterNames[c] + " (" + std::to_string(ledger.CharacterKills[c]) +
-                  " total kills)\r\n";
-        for (int m = 1; m <= MaxMonsters; ++m) {
-            if (const std::int32_t kills = ledger.KillTable(c, m); kills != 0) {
-                report += "  " + ledger.MonsterNames[m] + " : ";
-                report += std::to_string(kills) + " kills\r\n";
-                totals.at(static_cast<std::size_t>(m)) += static_cast<std::uint32_t>(kills);
-            }
-        }
-    }
-    report += "\r\nOverall group kill stats:\r\n=========================\r\n";
-    for (int m = 1; m <= MaxMonsters; ++m) {
-        const auto total = static_cast<std::int16_t>(totals.at(static_cast<std::size_t>(m)));
-        if (total > 0) {
-            report += ledger.MonsterNames[m] + " : " + std::to_string(total) + " group kills\r\n";
-        }
+std::string Report(int turn, std::size_t size) {
+    static const std::vector<std::string> lines = ProseLines();
+    std::string report = "  Party# " + std::to_string(Party) + " of Game # " +
+                         std::to_string(Game) + "      The Ninth Kettle\r\n  Turn#  " +
+                         std::to_string(turn) + "\r\n";
+    // No two reports in a row have the same lines.
+    for (auto next = static_cast<std::size_t>(turn) * 997; report.size() < size; ++next) {
+        report += lines.at(next % lines.size());
     }
     return report;
 }
 
-Folder::Folder() {
-    std::string name = (MemoryFolder() / "tallies-XXXXXX").string();
-    if (::mkdtemp(name.data()) == nullptr) {
-        throw std::runtime_error("no folder for the input");
+std::filesystem::path Folder::Write(const std::string& name, const std::string& bytes) const {
+    const auto path = *this / name.c_str();
+    std::ofstream file(path, std::ios::binary);
+    file << bytes;
+    Bench::Require(static_cast<bool>(file.flush()), "no room for the input");
+    return path;
+}
+
+std::filesystem::path Folder::operator/(const char* name) const {
+    return std::filesystem::path(Place.path().toStdString()) / name;
+}
+
+Batch::Batch(int reports) {
+    constexpr int characters = 9;
+    constexpr int types = 300;
+    for (int type = 0; type < types; ++type) { // of all lengths and first letters
+        Monsters.push_back(MonsterName(type * 33));
     }
-    Path = name;
-}
-
-Folder::~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(Path, ignored);
-}
-
-std::filesystem::path Folder::Write(const std::string& name, std::string_view bytes) const {
-    std::ofstream file(Path / name, std::ios::binary);
-    if (!(file << bytes) || !file.flush()) {
-        throw std::runtime_error("no room for the input");
+    Expected->GameNumber = Game;
+    Expected->PartyNumber = Party;
+    Expected->DataChanged = 1;
+    int clauses = 0;
+    for (int turn = 1; turn <= reports; ++turn) {
+        std::string report = Report(turn, 39'000);
+        for (int sentence = 0; sentence < 4; ++sentence) {
+            // Characters and types take turns, so that each has the slot of its first turn.
+            const int c = clauses / 3 % characters + 1;
+            Expected->CharacterNames[c] = CharacterName(c - 1);
+            report += "  " + CharacterName(c - 1) + ": put a broad back into it, killing ";
+            for (const char* const end : {", ", "\r\nand ", "\r\n\r\n"}) {
+                const int m = clauses % types + 1;
+                const std::string& name = Monsters.at(static_cast<std::size_t>(m) - 1);
+                const int kills = clauses < types ? 1 : 2; // first met alone
+                report += std::to_string(kills) + ' ' + name + (kills == 1 ? "" : "s") + end;
+                Expected->MonsterNames[m] = name;
+                Expected->KillTable(c, m) += kills;
+                Expected->CharacterKills[c] += kills;
+                ++clauses;
+            }
+        }
+        Files.push_back(Place.Write(std::to_string(10'000 + turn) + ".html", report));
+        Expected->TurnFileLengths[turn] = static_cast<std::int32_t>(report.size());
+        Expected->TurnHashes[turn] = modMD5::DigestText(report);
     }
-    return Path / name;
 }
 
-Stage::Stage()
-    : Services{.ShowMessage =
-                   [this](const Message&) {
-                       ++Messages;
-                       return Answer::Ok;
-                   },
-               .ShowOpen =
-                   [this](CommonDialog& dialog) {
-                       dialog.FileName = Choice;
-                       return true;
-                   },
-               .ShowSave = [](CommonDialog&) { return false; },
-               .ClipboardClear = [] {},
-               .ClipboardSetText = [this](std::string_view text) { Raise(OnClipboard, text); },
-               .LoadPicture = [](const auto&) { return std::string(); },
-               .LockWindowUpdate = [](const ListView*) {},
-               .AppPath = [] { return std::filesystem::temp_directory_path(); },
-               .CloseAllWindows = [] {}} {
-    Main::WireEvents(Ledger, Window, About, Services);
-    Window.Window.Show();
+std::unique_ptr<Program> StartedProgram() {
+    auto program = std::make_unique<Program>();
+    program->MainWindow.Window.Show();
+    return program;
 }
 
 } // namespace Input
