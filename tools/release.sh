@@ -1,0 +1,61 @@
+# Sourced by ./package and ./windows: what makes a release reproducible, and the list of the code
+# of others in it.
+
+# Everything packed carries the time of the commit, the same permissions and the same time zone,
+# whoever builds it, wherever and whenever.
+make_reproducible() {
+    need git
+    SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
+    export SOURCE_DATE_EPOCH TZ=UTC
+    umask 022
+}
+
+# compiled_into BUILD TARGET...: the files that the targets of a build folder were compiled from.
+compiled_into() {
+    local build=$1
+    shift
+    ninja -C "$build" -t inputs "$@" | grep -E '\.(o|obj)$' | sort -u |
+        xargs ninja -C "$build" -t deps | sed -n 's/^    //p' | sort -u
+}
+
+# linked_by COMPILER: what a compiler puts into each program unasked, as far as it has the files.
+linked_by() {
+    local file path
+    for file in Scrt1.o crt2.o crti.o crtbeginS.o crtbegin.o libc_nonshared.a libgcc.a \
+        libmingw32.a libmingwex.a; do
+        path=$("$1" -print-file-name="$file")
+        [ "$path" = "$file" ] || echo "$path"
+    done
+}
+
+# licences FILE: the licences that a Debian copyright file names, in one line. Those not written
+# for machines refer to the texts in common-licenses.
+licences() {
+    sed -nE 's/^License: *//p
+             s/.*common-licenses\/([A-Za-z0-9.-]*[A-Za-z0-9]).*/\1/p
+             s/^GCC RUNTIME LIBRARY EXCEPTION$/GCC Runtime Library Exception/p' "$1" |
+        LC_ALL=C sort -u | paste -sd, | sed 's/,/, /g'
+}
+
+row() { printf '%-36s %-24s %s\n' "$@"; }
+
+# packages_of: reads paths, and prints the installed packages that own them.
+packages_of() {
+    xargs -r realpath | sort -u | xargs -r dpkg -S | sed 's/: .*//' | LC_ALL=C sort -u
+}
+
+# list_contents PACKAGE...: their names, versions and licences, then the texts of their licences.
+list_contents() {
+    local package source
+    declare -A texts=()
+    for package in "$@"; do
+        row "${package%%:*}" "$(dpkg-query -W -f '${Version}' "$package")" \
+            "$(licences "/usr/share/doc/${package%%:*}/copyright")"
+        source=$(dpkg-query -W -f '${source:Package} ${source:Version}' "$package")
+        texts[$source]=/usr/share/doc/${package%%:*}/copyright
+    done
+    for source in $(printf '%s\n' "${!texts[@]}" | tr ' ' = | LC_ALL=C sort); do
+        printf '\n\n======== Copyright of the Debian source package %s\n\n' "${source/=/ }"
+        cat "${texts[${source/=/ }]}"
+    done
+}
