@@ -37,7 +37,8 @@ licences() {
         LC_ALL=C sort -u | paste -sd, | sed 's/,/, /g'
 }
 
-row() { printf '%-36s %-24s %s\n' "$@"; }
+# row NAME VERSION LICENCES
+row() { printf '%s %s\n' "$1" "$2" && echo "$3" | fold -s -w 92 | sed 's/^/    /; s/ *$//'; }
 
 # packages_of: reads paths, and prints the installed packages that own them.
 packages_of() {
