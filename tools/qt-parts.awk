@@ -1,8 +1,8 @@
-# Prints the parts of Qt that come from others, if they were compiled: one in a line, with
-# tabs between its name, version and licence.
+# Prints the third-party parts of Qt that were compiled: name, version and licence of each, in a
+# line, separated by tabs.
 # usage: awk -f qt-parts.awk COMPILED FILE...
-# COMPILED has the path of a compiled file in each line. Each FILE is a qt_attribution.json of
-# Qt's source; of a key given twice the last one counts.
+# COMPILED lists the compiled files, one path per line. Each FILE is a qt_attribution.json in Qt's
+# source. It is not quite JSON: texts have line breaks, and of a repeated key the last one counts.
 
 function reset() { name = version = licence = files = "" }
 

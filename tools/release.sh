@@ -1,8 +1,8 @@
-# Sourced by ./package and ./windows: what makes a release reproducible, and the list of the code
-# of others in it.
+# Sourced by ./package and ./windows. Makes a release reproducible, and lists the third-party code
+# in it.
 
-# Everything packed carries the time of the commit, the same permissions and the same time zone,
-# whoever builds it, wherever and whenever.
+# make_reproducible: gives packed files the time of the commit and fixed permissions, so that
+# they do not depend on the user, the folder or the time of the build.
 make_reproducible() {
     need git
     SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
@@ -18,7 +18,7 @@ compiled_into() {
         xargs ninja -C "$build" -t deps | sed -n 's/^    //p' | sort -u
 }
 
-# linked_by COMPILER: what a compiler puts into each program unasked, as far as it has the files.
+# linked_by COMPILER: the start-up files and libraries that a compiler links into every program.
 linked_by() {
     local file path
     for file in Scrt1.o crt2.o crti.o crtbeginS.o crtbegin.o libc_nonshared.a libgcc.a \
@@ -28,8 +28,8 @@ linked_by() {
     done
 }
 
-# licences FILE: the licences that a Debian copyright file names, in one line. Those not written
-# for machines refer to the texts in common-licenses.
+# licences FILE: the licences that a Debian copyright file names, in one line. Files that are not
+# machine-readable refer to the texts in common-licenses.
 licences() {
     sed -nE 's/^License: *//p
              s/.*common-licenses\/([A-Za-z0-9.-]*[A-Za-z0-9]).*/\1/p
@@ -55,8 +55,8 @@ list_contents() {
         source=$(dpkg-query -W -f '${source:Package} ${source:Version}' "$package")
         texts[$source]=/usr/share/doc/${package%%:*}/copyright
     done
-    for source in $(printf '%s\n' "${!texts[@]}" | tr ' ' = | LC_ALL=C sort); do
-        printf '\n\n======== Copyright of the Debian source package %s\n\n' "${source/=/ }"
-        cat "${texts[${source/=/ }]}"
+    printf '%s\n' "${!texts[@]}" | LC_ALL=C sort | while read -r source; do
+        printf '\n\n======== Copyright of the Debian source package %s\n\n' "$source"
+        cat "${texts[$source]}"
     done
 }

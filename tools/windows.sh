@@ -50,8 +50,8 @@ fetch_qt_source() {
     (cd "$1" && apt-get "${options[@]}" source qt6-base)
 }
 
-# list_qt SOURCE BUILD: the version and the licences of Qt, and the same of the parts of it that
-# come from others and are in one of the files that are packed.
+# list_qt SOURCE BUILD: version and licences of Qt, and of the third-party parts compiled into the
+# libraries that are packed.
 list_qt() {
     row "qt6-base" "$(dpkg-parsechangelog -l "$1/debian/changelog" -S Version)" \
         "$(licences "$1/debian/copyright")"
@@ -64,7 +64,7 @@ list_qt() {
         done
 }
 
-# need_windows_qt: builds Qt unless it is there, with the list of what it contains of others.
+# need_windows_qt: builds Qt unless it is there, with the list of third-party code in it.
 need_windows_qt() {
     [ ! -f "$WINDOWS_QT/contents" ] || return 0
     local work=$CACHE/qt-windows-work source feature features=()
