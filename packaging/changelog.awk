@@ -1,5 +1,5 @@
-# Turns CHANGELOG.md into a Debian changelog. Reads "## VERSION - YYYY-MM-DD" and items in "- ",
-# whose further lines are indented by two blanks.
+# Turns CHANGELOG.md into a Debian changelog. Each release begins with "## VERSION - YYYY-MM-DD",
+# each item with "- "; the item's further lines are indented by two spaces.
 
 function end_release() {
     if (date) {

@@ -1,4 +1,4 @@
-# Turns a picture file into the source of frmAbout::OwnPicture.
+# Writes SOURCE, which defines frmAbout::OwnPicture, from the bytes of the file PICTURE.
 file(READ ${PICTURE} digits HEX)
 string(REGEX REPLACE "(..)" "0x\\1, " bytes "${digits}")
 string(REGEX REPLACE "(.........................................................................[^ ]*) " "\\1\n    " bytes "${bytes}")

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Starts the program under wine, photographs the screen when both its windows stand, once with
-# either in front, and ends it.
+# Starts the program under wine, waits for its two windows, takes a screenshot with each of them in
+# front, and ends it.
 # usage: photograph-start.sh PROGRAM FOLDER
 set -euo pipefail
 wine "$1" &

@@ -1,4 +1,10 @@
-# Sourced by the commands at the root. Installs Debian packages that are missing, and says so.
+# Sourced by the commands at the root.
+
+# What the commands install. Debian 12 and 13 have different versions of these under the same
+# names: g++ 12 and 14, Qt 6.4 and 6.8, clang 14 and 19.
+BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev)
+TEST_PACKAGES=(libgtest-dev)
+FUZZ_PACKAGES=(clang libclang-rt-dev)
 
 say() { printf '== %s\n' "$*"; }
 
@@ -10,7 +16,7 @@ as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# need PACKAGE...: installs what is missing of the packages named.
+# need PACKAGE...: installs those that are missing.
 need() {
     local missing=() package
     for package in "$@"; do
@@ -23,7 +29,7 @@ need() {
         apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# build PRESET [OPTION...]: configures once, or with the options given, then builds what changed.
+# build PRESET [OPTION...]: configures, the first time or when there are options, and builds.
 build() {
     local preset=$1
     shift
@@ -31,6 +37,3 @@ build() {
     [ -f "build/$preset/build.ninja" ] && [ $# = 0 ] || cmake --preset "$preset" "$@"
     cmake --build --preset "$preset"
 }
-
-BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev)
-TEST_PACKAGES=(libgtest-dev)

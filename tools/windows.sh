@@ -1,9 +1,9 @@
 # Sourced by ./windows: wine, and the toolkit for Windows. Both are kept outside the tree.
 
 CACHE=${XDG_CACHE_HOME:-$HOME/.cache}/slaying-tallies
-WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix wine wine64 googletest)
+WINDOWS_PACKAGES=(g++-mingw-w64-x86-64-posix)
 
-# Its own world of drives and settings, without windows of its own; 700 MB.
+# A wine of our own, apart from the user's; 700 MB. It opens no windows of its own.
 export WINEPREFIX=$CACHE/wine WINEDEBUG=-all
 export WINEDLLOVERRIDES='winemenubuilder.exe=d;mscoree=d;mshtml=d'
 
@@ -15,7 +15,7 @@ need_wine() {
     wineserver -w
 }
 
-# Wine comes without fonts: what the program asks for becomes the one closest to it.
+# Wine has no fonts: each that the program asks for is replaced by the one closest to it.
 need_wine_fonts() {
     local font
     for font in 'Tahoma' 'MS Shell Dlg' 'MS Shell Dlg 2' 'MS Sans Serif' 'Segoe UI'; do
@@ -31,11 +31,11 @@ on_screen() {
         "$@"' on_screen "$@"
 }
 
-# The archive has no Qt for Windows: it is built from Debian's source package, once. About 20
-# minutes on two cores, 1 GB of disk meanwhile.
+# Debian has no Qt for Windows. It is built from Debian's source package, once: about 20 minutes
+# on two cores, 1 GB of disk meanwhile.
 export WINDOWS_QT=$CACHE/qt-windows
 
-# The source package, fetched with lists of our own, so that the system's stay as they are.
+# fetch_qt_source FOLDER: with package lists of our own, so that the system's stay as they are.
 fetch_qt_source() {
     local apt=$1/apt source
     mkdir -p "$apt/lists/partial" "$apt/sources"
@@ -50,10 +50,24 @@ fetch_qt_source() {
     (cd "$1" && apt-get "${options[@]}" source qt6-base)
 }
 
-# Builds the toolkit unless it is there already.
+# list_qt SOURCE BUILD: version and licences of Qt, and of the third-party parts compiled into the
+# libraries that are packed.
+list_qt() {
+    row "qt6-base" "$(dpkg-parsechangelog -l "$1/debian/changelog" -S Version)" \
+        "$(licences "$1/debian/copyright")"
+    compiled_into "$2" bin/Qt6{Core,Gui,Widgets}.dll plugins/platforms/qwindows.dll \
+        plugins/styles/qwindowsvistastyle.dll plugins/imageformats/qgif.dll > "$2/compiled"
+    find "$1/src" -name qt_attribution.json | LC_ALL=C sort |
+        xargs awk -f tools/qt-parts.awk "$2/compiled" |
+        while IFS=$'\t' read -r part version licence; do
+            row "in qt6-base: $part" "$version" "$licence"
+        done
+}
+
+# need_windows_qt: builds Qt unless it is there, with the list of third-party code in it.
 need_windows_qt() {
-    [ ! -f "$WINDOWS_QT/complete" ] || return 0
-    local work=$CACHE/qt-windows-work feature features=()
+    [ ! -f "$WINDOWS_QT/contents" ] || return 0
+    local work=$CACHE/qt-windows-work source feature features=()
     say "Building Qt for Windows into $WINDOWS_QT (once, about 20 minutes)"
     if [ ! -f "$work/fetched" ]; then
         rm -rf "$work"
@@ -61,20 +75,27 @@ need_windows_qt() {
         fetch_qt_source "$work"
         touch "$work/fetched"
     fi
+    source=$(echo "$work"/qt6-base-*/)
+    source=${source%/}
     # direct2d and directwrite3 can be left out only together.
     for feature in sql network dbus printsupport concurrent xml tabletevent direct2d directwrite3 \
         vulkan pkg_config; do
         features+=("-DFEATURE_$feature=OFF")
     done
-    cmake -S "$work"/qt6-base-*/ -B "$work/build" -G Ninja \
+    cmake -S "$source" -B "$work/build" -G Ninja \
         -DCMAKE_TOOLCHAIN_FILE="$PWD/tools/windows.cmake" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_INSTALL_PREFIX="$WINDOWS_QT" -DBUILD_SHARED_LIBS=ON \
         -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
         -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DINPUT_opengl=no \
         -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "${features[@]}"
-    # Too many warnings to read, about things that are right.
+    # Its many warnings are about nothing that is wrong.
     cmake --build "$work/build" > "$work/log" 2>&1 || { tail -n 50 "$work/log"; return 1; }
     cmake --install "$work/build" --strip > "$work/log"
-    touch "$WINDOWS_QT/complete"
+    {
+        printf '\n\n======== Copyright of the Debian source package qt6-base\n\n'
+        cat "$source/debian/copyright"
+    } > "$WINDOWS_QT/copyright"
+    list_qt "$source" "$work/build" > "$work/contents"
+    mv "$work/contents" "$WINDOWS_QT/contents"
     rm -rf "$work"
 }
