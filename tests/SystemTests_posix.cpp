@@ -205,7 +205,9 @@ public:
     using Names = std::map<std::string, std::shared_ptr<File>, std::less<>>;
 
     Disk(bool fat, const std::string& path, const std::string& bytes)
-        : IsFat(fat), Present{{path, std::make_shared<File>(File{bytes, bytes})}}, Left{Present} {}
+        : IsFat(fat),
+          Present{{path, std::make_shared<File>(File{bytes, bytes})}},
+          Left{Present} {}
 
     // Follows a call that succeeded.
     void Follow(const SystemCall& call, long result) {

@@ -19,7 +19,8 @@ public:
     // (a folder, pipe, socket, device) without waiting for it.
     explicit RawFile(const std::filesystem::path& path);
     RawFile(RawFile&& other) noexcept
-        : Path(std::move(other.Path)), Handle(std::exchange(other.Handle, -1)) {}
+        : Path(std::move(other.Path)),
+          Handle(std::exchange(other.Handle, -1)) {}
     RawFile& operator=(RawFile&& other) noexcept {
         Path.swap(other.Path);
         std::swap(Handle, other.Handle);
