@@ -67,17 +67,15 @@ private:
 
 void Bench::Compare(benchmark::State& state, double target, const Work& program,
                     const Work& floor) {
+    const Work other = floor ? floor : [] { return 1.0; };
     std::vector<double> programs;
     std::vector<double> floors;
     std::vector<double> results;
-    const auto measure = [](std::vector<double>& values, const Work& work) {
-        values.push_back(work ? work() : 1);
-    };
-    measure(programs, program);
-    measure(floors, floor);
+    program();
+    other();
     for ([[maybe_unused]] auto iteration : state) {
-        measure(programs, program);
-        measure(floors, floor);
+        programs.push_back(program());
+        floors.push_back(other());
         results.push_back(programs.back() / floors.back());
     }
     state.counters = {{"program", Quantile(programs, 0.5)},
