@@ -1,10 +1,20 @@
-#include "Bare.h"
-#include "Compare.h"
+#include "Bench.h"
 #include "Input.h"
+#include "datafile/DataFile.h"
 #include "fingerprint/TurnLedger.h"
 #include "ledger/MonsterNames.h"
+#include "platform/Files.h"
+#include "ui/ClipboardReport.h"
+
+#include <charconv>
+#include <malloc.h>
 
 namespace {
+
+using Bench::Compare;
+using Bench::Require;
+using Bench::Timing;
+using Path = std::filesystem::path;
 
 // What is sought in a full ledger, and the slot that is to be found.
 struct Query {
@@ -16,9 +26,9 @@ struct Query {
 // Times the searches for all queries. `find` returns the slot of one.
 template <class Find>
 Bench::Work Searching(const std::vector<Query>& queries, Find find) {
-    return Bench::Timing([&queries, find] {
+    return Timing([&queries, find] {
         for (const Query& query : queries) {
-            Bench::Require(find(query) == query.Slot, query.Name);
+            Require(find(query) == query.Slot, query.Name);
         }
     });
 }
@@ -31,14 +41,13 @@ void Monster(benchmark::State& state) {
     for (int i = 0; i < 32; ++i) {
         queries.push_back({Input::MonsterName(MaxMonsters + i * 29)});
     }
-    Bench::Compare(state, 4,
-                   Searching(queries,
-                             [&](const Query& query) {
-                                 return Main::ResolveMonster(*ledger, desktop, query.Name);
-                             }),
-                   Searching(queries, [&](const Query& query) {
-                       return Bare::Walk(ledger->MonsterNames, MaxMonsters, query.Name);
-                   }));
+    const auto find = [&](const Query& query) {
+        return Main::ResolveMonster(*ledger, desktop, query.Name);
+    };
+    const auto walk = [&](const Query& query) {
+        return Bench::Walk(ledger->MonsterNames, MaxMonsters, query.Name);
+    };
+    Compare(state, 4, Searching(queries, find), Searching(queries, walk));
 }
 
 void Character(benchmark::State& state) {
@@ -49,24 +58,13 @@ void Character(benchmark::State& state) {
         const int scattered = i * 37 % MaxCharacters;
         queries.push_back({Input::CharacterName(scattered), scattered + 1});
     }
-    Bench::Compare(state, 1.3,
-                   Searching(queries,
-                             [&](const Query& query) {
-                                 return Main::FindCharacter(*ledger, none, query.Name);
-                             }),
-                   Searching(queries, [&](const Query& query) {
-                       return Bare::Walk(ledger->CharacterNames, MaxCharacters, query.Name);
-                   }));
-}
-
-[[gnu::noinline]] int WalkRecordsBare(const KillLedger& ledger, const Query& query) {
-    int found = 0;
-    for (int i = 1; i <= MaxTurns; ++i) {
-        if (ledger.TurnFileLengths[i] == query.Length && ledger.TurnHashes[i] == query.Name) {
-            found = i;
-        }
-    }
-    return found;
+    const auto find = [&](const Query& query) {
+        return Main::FindCharacter(*ledger, none, query.Name);
+    };
+    const auto walk = [&](const Query& query) {
+        return Bench::Walk(ledger->CharacterNames, MaxCharacters, query.Name);
+    };
+    Compare(state, 1.3, Searching(queries, find), Searching(queries, walk));
 }
 
 // Records that are there, and fingerprints that are not, with a length that is.
@@ -78,17 +76,126 @@ void TurnRecord(benchmark::State& state) {
         queries.push_back({ledger->TurnHashes[slot], slot, ledger->TurnFileLengths[slot]});
         queries.push_back({unknown, 0, ledger->TurnFileLengths[slot]});
     }
-    Bench::Compare(
-        state, 1.3,
-        Searching(queries,
-                  [&](const Query& query) {
-                      return Main::FindTurnRecord(*ledger, query.Length, query.Name);
-                  }),
-        Searching(queries, [&](const Query& query) { return WalkRecordsBare(*ledger, query); }));
+    const auto find = [&](const Query& query) {
+        return Main::FindTurnRecord(*ledger, query.Length, query.Name);
+    };
+    const auto walk = [&](const Query& query) {
+        int found = 0;
+        for (int i = 1; i <= MaxTurns; ++i) {
+            if (ledger->TurnFileLengths[i] == query.Length && ledger->TurnHashes[i] == query.Name) {
+                found = i;
+            }
+        }
+        return found;
+    };
+    Compare(state, 1.3, Searching(queries, find), Searching(queries, walk));
+}
+
+std::unique_ptr<KillLedger> Ledger(bool full) {
+    return full ? Input::FullLedger() : std::make_unique<KillLedger>();
+}
+
+std::string Contents(const Path& path) {
+    return Files::LeadingBytes(path, std::filesystem::file_size(path));
+}
+
+// Bytes to a new file, to the disk, and over the old file: the least that leaves the old or the
+// new one, whole, when the power fails.
+void ReplaceBare(const Path& target, const std::string& bytes) {
+    const Path name = target.native() + ".new";
+    const int file = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    Require(file >= 0, "a new file");
+    const ssize_t written = ::write(file, bytes.data(), bytes.size());
+    Require(written == static_cast<ssize_t>(bytes.size()) && ::fsync(file) == 0, "written bytes");
+    ::close(file);
+    Require(::rename(name.c_str(), target.c_str()) == 0, "a file replaced");
+    const int folder = ::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    Require(folder >= 0 && ::fsync(folder) == 0, "a folder on the disk");
+    ::close(folder);
+}
+
+// Each has a file of its own to replace.
+void Save(benchmark::State& state, bool full) {
+    const QTemporaryDir folder;
+    const auto ledger = Ledger(full);
+    const Path saved = Input::Write(folder, "program.qvt", "");
+    const Path savedBare = Input::Write(folder, "floor.qvt", "");
+    Main::WriteDataFile(*ledger, saved);
+    const std::string bytes = Contents(saved);
+    Compare(state, 3, Timing([&] { Main::WriteDataFile(*ledger, saved); }),
+            Timing([&] { ReplaceBare(savedBare, bytes); }));
+    Require(Contents(saved) == bytes && Contents(savedBare) == bytes, "saved bytes");
+}
+
+// The floor reads each line as a number.
+void Load(benchmark::State& state, bool full) {
+    const QTemporaryDir folder;
+    const auto ledger = Ledger(full);
+    const auto other = Ledger(!full); // so that every slot changes
+    const auto loaded = Ledger(!full);
+    const Path path = Input::Write(folder, "ledger.qvt", "");
+    Main::WriteDataFile(*ledger, path);
+    std::string buffer = Contents(path);
+    std::int64_t sum = 0;
+    const auto add = [&](std::string_view line) {
+        std::int32_t value = 0;
+        std::from_chars(line.data(), line.data() + line.size(), value);
+        sum += value;
+    };
+    const auto loadBare = [&] {
+        Bench::Read(path, buffer, [&](std::string_view text) { Bench::ForEachLine(text, add); });
+    };
+    Compare(state, 1.5,
+            Timing([&] { Main::ReadDataFile(*loaded, path); }, [&] { *loaded = *other; }),
+            Timing(loadBare));
+    benchmark::DoNotOptimize(sum);
+    Require(*loaded == *ledger, "the loaded ledger");
+}
+
+// A ledger whose report goes to a clipboard that takes no notice of it.
+struct Reporter {
+    // Each report in new memory, as in a process that makes only one.
+    Bench::Work Sending() {
+        return Timing([this] { Main::SendStatsToClipboard(*Ledger, Window, Clipboard); },
+                      [] { ::malloc_trim(0); });
+    }
+
+    std::unique_ptr<KillLedger> Ledger;
+    Slaying_Tallies Window{};
+    Desktop Clipboard{.ClipboardClear = [] {}, .ClipboardSetText = [](std::string_view) {}};
+};
+
+// The floor copies the report line by line into memory set aside for it, then over the copy
+// before: the box on the window lets go of its old text too.
+void Clipboard(benchmark::State& state) {
+    Reporter full{Input::FullLedger()};
+    const std::string& text = full.Window.txtClipboard.Text;
+    std::string box;
+    const auto copyLines = [&] {
+        std::string copy;
+        copy.reserve(text.size());
+        Bench::ForEachLine(text, [&](std::string_view line) { copy += line; });
+        box = std::move(copy);
+    };
+    Compare(state, 2, full.Sending(), Timing(copyLines, [] { ::malloc_trim(0); }));
+    Require(!box.empty() && box == text, "the report");
+}
+
+// A report of half as many lines: each line may take 1.3 times as long in the full one.
+void ClipboardLine(benchmark::State& state) {
+    Reporter full{Input::FullLedger()};
+    Reporter half{Input::FullLedger(2)};
+    Compare(state, 2.6, full.Sending(), half.Sending());
 }
 
 BENCHMARK(Monster)->Name("ResolveMonster, 32 names not found");
 BENCHMARK(Character)->Name("FindCharacter, 99 names, 20 times");
 BENCHMARK(TurnRecord)->Name("FindTurnRecord, 102 of 9,999");
+BENCHMARK_CAPTURE(Save, full, true)->Name("Save of a ledger, full");
+BENCHMARK_CAPTURE(Load, full, true)->Name("Load of a ledger, full");
+BENCHMARK_CAPTURE(Save, empty, false)->Name("Save of a ledger, empty");
+BENCHMARK_CAPTURE(Load, empty, false)->Name("Load of a ledger, empty");
+BENCHMARK(Clipboard)->Name("Clipboard report, 99 x 9,999 cells");
+BENCHMARK(ClipboardLine)->Name("The same, to half as many lines");
 
 } // namespace

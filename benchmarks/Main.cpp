@@ -2,7 +2,7 @@
 // missed target is not a failure.
 // usage: benchmarks [options of the benchmark library, such as --benchmark_filter=Scan]
 
-#include "Compare.h"
+#include "Bench.h"
 
 #include <QApplication>
 
@@ -25,9 +25,9 @@ class Table : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& /*context*/) override {
         std::puts(
-            "| Benchmark                          | program |   floor | ratio |   middle half |"
+            "| Benchmark                          | program |   floor |  ratio |     middle half |"
             " target | met |\n"
-            "| ---                                |    ---: |    ---: |  ---: |          ---: |"
+            "| ---                                |    ---: |    ---: |   ---: |            ---: |"
             "   ---: | --- |");
         return true;
     }
@@ -35,7 +35,7 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             const bool met = run.counters.at("result") <= run.counters.at("target");
-            std::printf("| %-34s | %7s | %7s | %5s | %5s - %5s | %6s | %-3s |\n",
+            std::printf("| %-34s | %7s | %7s | %6s | %6s - %6s | %6s | %-3s |\n",
                         run.run_name.function_name.c_str(), Cell(run, "program").data(),
                         Cell(run, "floor").data(), Cell(run, "result").data(),
                         Cell(run, "low").data(), Cell(run, "high").data(),
@@ -67,31 +67,22 @@ private:
 
 void Bench::Compare(benchmark::State& state, double target, const Work& program,
                     const Work& floor) {
+    const Work other = floor ? floor : [] { return 1.0; };
     std::vector<double> programs;
     std::vector<double> floors;
     std::vector<double> results;
-    const auto measure = [](std::vector<double>& values, const Work& work) {
-        values.push_back(work ? work() : 1);
-    };
-    measure(programs, program);
-    measure(floors, floor);
+    program();
+    other();
     for ([[maybe_unused]] auto iteration : state) {
-        // They change places each time: neither always finds what the other left in the caches.
-        const bool floorFirst = results.size() % 2 == 1;
-        if (floorFirst) {
-            measure(floors, floor);
-        }
-        measure(programs, program);
-        if (!floorFirst) {
-            measure(floors, floor);
-        }
+        programs.push_back(program());
+        floors.push_back(other());
         results.push_back(programs.back() / floors.back());
     }
-    state.counters["program"] = Quantile(programs, 0.5);
-    state.counters["result"] = Quantile(results, 0.5);
-    state.counters["low"] = Quantile(results, 0.25);
-    state.counters["high"] = Quantile(results, 0.75);
-    state.counters["target"] = target;
+    state.counters = {{"program", Quantile(programs, 0.5)},
+                      {"result", Quantile(results, 0.5)},
+                      {"low", Quantile(results, 0.25)},
+                      {"high", Quantile(results, 0.75)},
+                      {"target", target}};
     if (floor) {
         state.counters["floor"] = Quantile(floors, 0.5);
     }
