@@ -4,8 +4,7 @@
 
 namespace {
 
-// What a file of the shelf, or a report with this text, leaves of the ledger, and what the player
-// is told.
+// What a file of the shelf, or a report with this text, leaves of the ledger; then the messages.
 std::string Left(const std::string& report) {
     World world;
     const auto file = std::filesystem::path(SHELF_FOLDER) / report;

@@ -29,11 +29,12 @@ std::filesystem::path Write(const std::string& bytes) {
 // Any report, with a turn header in front: it must not count twice.
 void ImportReports(std::string bytes) {
     static const auto ledger = std::make_unique<KillLedger>();
+    static const auto empty = std::make_unique<KillLedger>();
     static Slaying_Tallies window;
     const Desktop desktop{.ShowMessage = [](const Message&) { return Answer::Ok; }};
     const auto report = Write(bytes.insert(0, "Turn#  0001\n"));
     const auto import = [&] { return Main::ProcessTurn(*ledger, window, desktop, report), true; };
-    Main::BlankLedger(*ledger);
+    *ledger = *empty;
     Outcome(import);
     const auto kills = ledger->CharacterKills;
     Outcome(import);
