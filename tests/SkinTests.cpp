@@ -113,7 +113,9 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
         const auto edge = [&](int column) {
             const double end = header->sectionPosition(column) + header->sectionSize(column);
             const int x = qRound(end * image.devicePixelRatio()) - 1;
-            return image.pixelColor(x, image.height() / 2).lightness();
+            const int y = image.height() / 2; // a pixel more or less, at some scalings
+            return std::min(image.pixelColor(x, y).lightness(),
+                            image.pixelColor(x - 1, y).lightness());
         };
         EXPECT_NEAR(edge(0), edge(1), 4) << "the last column has a right edge, too";
     }
@@ -409,6 +411,7 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
         } else {
             QMainWindow* const active = way == 2 ? shown() : Window;
             active->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(active));
             QTest::keyClick(active, Qt::Key_Escape);
         }
         EXPECT_EQ(shown(), nullptr);
