@@ -110,17 +110,20 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
         EXPECT_LE(header->sectionSizeHint(0), header->sectionSize(0));
         EXPECT_LE(header->sectionSizeHint(1), header->sectionSize(1));
         const QImage image = header->viewport()->grab().toImage();
-        const int end = image.width() * header->length() / header->viewport()->width();
-        const int middle = image.height() / 2;
-        EXPECT_NE(image.pixel(end - 1, middle), image.pixel(end - 4, middle)) << "no right edge";
+        const auto edge = [&](int column) {
+            const double end = header->sectionPosition(column) + header->sectionSize(column);
+            const int x = qRound(end * image.devicePixelRatio()) - 1;
+            const int y = image.height() / 2; // a pixel more or less, at some scalings
+            return std::min(image.pixelColor(x, y).lightness(),
+                            image.pixelColor(x - 1, y).lightness());
+        };
+        EXPECT_NEAR(edge(0), edge(1), 4) << "the last column has a right edge, too";
     }
     QWidget* const frame = Characters->parentWidget();
-    QStyleOptionGroupBox option;
-    option.initFrom(frame);
-    option.text = "Slaying Tallies:";
-    const QRect title = frame->style()->subControlRect(QStyle::CC_GroupBox, &option,
-                                                       QStyle::SC_GroupBoxLabel, frame);
-    EXPECT_GE(title.left(), frame->findChild<QLabel*>()->x());
+    const QImage corner = frame->grab(QRect(QPoint(), QSize(6, 9) * pixels)).toImage();
+    QImage blank = corner;
+    blank.fill(corner.pixelColor(0, 0));
+    EXPECT_EQ(corner, blank) << "the title begins where its frame's contents do";
     const auto inFrame = frame->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* const a : inFrame) {
         EXPECT_TRUE(frame->rect().contains(a->geometry()));
@@ -350,8 +353,8 @@ TEST_F(Skin, TakesLeftClicksThatBeganInTheListAndShowsItsPointer) {
 // desktop places it.
 TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     qApp->setStyleSheet("* { button-layout: 3 }");
-    FillLists();
-    Characters->setCurrentIndex(Characters->model()->index(1, 0));
+    FillLists({"Aron", "Bela", "Ciri", "Dora", "Eno", "Fay", "Gil", "Hal", "Ida", "Jon", "Kim"});
+    Characters->setCurrentIndex(Characters->model()->index(9, 0));
     const auto halves = [this] {
         QTest::keyRelease(Characters, Qt::Key_Delete);
         QTest::keyPress(Characters, Qt::Key_Delete);
@@ -361,16 +364,16 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     };
     EXPECT_FALSE(WithBox(halves, [](QWidget* box) { box->close(); }));
     for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_N, Qt::Key_Return}) {
-        EXPECT_EQ(Rows(Characters), (QStringList{"Aron 7", "Bela 8"}));
+        EXPECT_EQ(Rows(Characters).size(), 11);
         const auto reply = [&](QWidget* box) {
             const auto* const text = box->findChild<QLabel*>("qt_msgbox_label");
             const auto height = [text](const QString& part) {
                 const QRect room(0, 0, text->width(), 0);
                 return text->fontMetrics().boundingRect(room, Qt::TextWordWrap, part).height();
             };
-            EXPECT_EQ(height(text->text().chopped(12)), height(text->text())) << "an orphan";
+            EXPECT_EQ(height(text->text().chopped(20)), height(text->text())) << "an orphan";
             EXPECT_GE(text->height(), height(text->text()));
-            const QRect row = Cell(Characters, 1);
+            const QRect row = Cell(Characters, 9);
             EXPECT_FALSE(box->geometry().intersects(
                 row.translated(Characters->viewport()->mapToGlobal(QPoint()))));
             QTest::keyClick(box, answer);
@@ -378,7 +381,8 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
         EXPECT_TRUE(WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); }, reply));
     }
     QCoreApplication::processEvents();
-    EXPECT_EQ(Rows(Characters), QStringList("Aron 7"));
+    EXPECT_EQ(Rows(Characters).size(), 10);
+    EXPECT_EQ(Rows(Characters).indexOf("Jon 16"), -1);
     qApp->setStyleSheet({});
 }
 
@@ -405,7 +409,10 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
         if (way < 2) { // a click anywhere
             QTest::mouseClick(shown()->findChildren<QFrame*>().at(4 * way), Qt::LeftButton);
         } else {
-            QTest::keyClick(way == 2 ? shown() : Window, Qt::Key_Escape);
+            QMainWindow* const active = way == 2 ? shown() : Window;
+            active->activateWindow();
+            EXPECT_TRUE(QTest::qWaitForWindowActive(active));
+            QTest::keyClick(active, Qt::Key_Escape);
         }
         EXPECT_EQ(shown(), nullptr);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
