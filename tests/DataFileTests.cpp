@@ -52,20 +52,19 @@ TEST(DataFile, LoadsWhatIsThereOfACutFile) {
     const TemporaryFolder folder;
     Main::WriteDataFile(*FullLedger(New), folder.Path / "whole.qvt");
     const std::string bytes = ReadAll(folder.Path / "whole.qvt");
-    const std::string_view view = bytes;
     EXPECT_EQ(std::count(bytes.begin(), bytes.end(), '\n'), 1'020'099);
     EXPECT_NE(bytes.find("\r\n11003\r\n\"name 10004\"\r\n11005\r\n11006\r\n"), std::string::npos);
     EXPECT_TRUE(bytes.ends_with("\r\n-5288\r\n\"name 1020097\"\r\n\"name 1020098\"\r\n"));
-    std::set<std::size_t> cuts; // in ascending order, so that no load leaves more than the next
+    std::set<std::size_t> cuts; // in ascending order: no load leaves more than the next
     std::mt19937 random(1);
     for (std::size_t i = 0; i < 24; ++i) {
         cuts.insert({i * 2, bytes.size() - i, i % 4 == 0 ? random() % bytes.size() : i});
     }
     const auto ledger = FullLedger(Old);
     for (const std::size_t cut : cuts) {
-        const auto file = folder.Write("cut.qvt", view.substr(0, cut));
+        const auto file = folder.Write("cut.qvt", bytes.substr(0, cut));
         // A field is complete before its line end; the first one is the format mark.
-        const std::string_view complete = view.substr(0, cut + 1);
+        const std::string complete = bytes.substr(0, cut + 1);
         const auto fields = std::count(complete.begin(), complete.end(), '\r') - 1;
         EXPECT_EQ(Outcome([&] { return Main::ReadDataFile(*ledger, file); }).value_or(false),
                   fields == FieldCount);
