@@ -7,7 +7,7 @@
 
 namespace {
 
-// The lines of a file, each with '|' behind it.
+// The lines of a file, each followed by '|'.
 std::string AllLines(const std::filesystem::path& file) {
     LineReader reader(file);
     std::string lines;
@@ -43,7 +43,7 @@ TEST(LineReader, EndsLinesAtEveryMark) {
     }
 }
 
-TEST(LineReader, FailsBehindTheEndOfItsFile) {
+TEST(LineReader, FailsAfterTheLastLine) {
     const TemporaryFolder folder;
     LineReader reader(folder.Write("lines", "one\n"));
     EXPECT_EQ(reader.ReadLine(), "one");

@@ -46,6 +46,7 @@ int __real_close(int);
 int __real_rename(const char*, const char*);
 int __real_stat(const char*, struct stat*);
 int __real_fstat(int, struct stat*);
+int __real_fchmod(int, mode_t);
 
 int __wrap_open(const char* path, int flags, ...) {
     va_list rest;
@@ -75,6 +76,9 @@ int __wrap_stat(const char* path, struct stat* status) {
 }
 int __wrap_fstat(int handle, struct stat* status) {
     return Pass({"fstat", handle}, [=] { return __real_fstat(handle, status); });
+}
+int __wrap_fchmod(int handle, mode_t mode) {
+    return Pass({"fchmod", handle}, [=] { return __real_fchmod(handle, mode); });
 }
 }
 // NOLINTEND(bugprone-reserved-identifier)

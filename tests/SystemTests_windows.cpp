@@ -1,7 +1,6 @@
 #include "ScriptedDesktop.h"
 #include "System.h"
 #include "fingerprint/modHashing.h"
-#include "platform/CodePage.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 
@@ -13,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// A file as another program holds it, shared as told.
+// Opens a file as another program would, with this sharing mode.
 std::shared_ptr<void> Hold(const std::filesystem::path& path, DWORD sharing) {
     auto* const file =
         ::CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
@@ -30,15 +29,6 @@ std::vector<std::filesystem::path> NoRegularFiles(const std::filesystem::path& f
         EXPECT_TRUE(::SetFileAttributesW(marked.c_str(), static_cast<DWORD>(mark)));
     }
     return {folder, folder / "none", "CON", "NUL", folder / "nul.htm", R"(\\.\pipe\report.htm)"};
-}
-
-TEST(CodePage, IsTheSystemsOwn) {
-    for (int code = 0; code < 256; ++code) {
-        const char narrow = static_cast<char>(code);
-        wchar_t wide = 0;
-        ASSERT_EQ(::MultiByteToWideChar(1252, 0, &narrow, 1, &wide, 1), 1);
-        EXPECT_EQ(CodePage::ToUnicode({&narrow, 1})[0], wide) << code;
-    }
 }
 
 TEST(Files, ThatAnotherProgramHoldsAreReadAsFarAsItLets) {
