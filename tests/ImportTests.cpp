@@ -1,4 +1,5 @@
 #include "ScriptedDesktop.h"
+#include "System.h"
 
 TEST(Import, FiltersTurns) {
     for (const Lines& row : Cases(SHELF_FOLDER "/cases/turn-filter.md")) {
@@ -42,17 +43,22 @@ TEST(Import, SaysWhatIsFull) {
                          "hashed and stored?")}));
 }
 
+// First all that end in .htm, then those in .html, each in the byte order of the names.
 TEST(Import, TakesAFolderInItsOrder) {
     World world;
-    for (const std::string& name : Fields("b.htm,a.html,C.HTM,.d.htm,e.txt,f.htm.bak", ',')) {
+    for (const std::string& name :
+         Fields("b.htm,a.html,C.HTM,10.htm,9.htm,.d.htm,.htm,htm,e.txt,f.htm.bak", ',')) {
         world.Folder.Write(name, name + ": killing 1 Rat\n\n");
     }
+    std::filesystem::create_directory(world.Folder.Path / "folder.htm");
+    (void)NoRegularFiles(world.Folder.Path);
     world.Batch(world.Folder.Path / "e.txt");
-    EXPECT_EQ(world.Tallies(), "C.HTM: Rat 1 + b.htm: Rat 1 + a.html: Rat 1");
+    const std::string names = "10.htm: Rat 1 + 9.htm: Rat 1 + C.HTM: Rat 1 + b.htm: Rat 1";
+    EXPECT_EQ(world.Tallies(), names + " + a.html: Rat 1");
     // The first failure ends it, with the lists as they were.
-    world.Folder.Write("a.htm", "I: killing 1 Rat");
+    world.Folder.Write("0.htm", "I: killing 1 Rat");
     world.TakeShown();
     world.Batch(world.Folder.Path / "e.txt");
-    EXPECT_EQ(world.Tallies(), "C.HTM: Rat 2 + b.htm: Rat 1 + a.html: Rat 1");
+    EXPECT_EQ(world.Tallies(), names + " + a.html: Rat 1");
     EXPECT_EQ(world.TakeShown(), "[Please wait, batch importing turns...] busy free[]");
 }

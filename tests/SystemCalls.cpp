@@ -44,7 +44,6 @@ ssize_t __real_write(int, const void*, size_t);
 int __real_fsync(int);
 int __real_close(int);
 int __real_rename(const char*, const char*);
-int __real_stat(const char*, struct stat*);
 int __real_fstat(int, struct stat*);
 int __real_fchmod(int, mode_t);
 
@@ -70,9 +69,6 @@ int __wrap_close(int handle) {
 }
 int __wrap_rename(const char* from, const char* to) {
     return Pass({"rename", -1, from, to}, [=] { return __real_rename(from, to); });
-}
-int __wrap_stat(const char* path, struct stat* status) {
-    return Pass({"stat", -1, path}, [=] { return __real_stat(path, status); });
 }
 int __wrap_fstat(int handle, struct stat* status) {
     return Pass({"fstat", handle}, [=] { return __real_fstat(handle, status); });
