@@ -450,7 +450,7 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     const int result = RUN_ALL_TESTS();
     if (!std::filesystem::is_empty(home.Path)) {
-        std::puts("A run leaves something behind in the player's home");
+        std::puts("A run leaves something in the player's home");
         return 1;
     }
     return result;

@@ -344,7 +344,7 @@ TEST(Saves, KeepAccessListsAndTakeNoneFromTheFolder) {
     EXPECT_EQ(ModeOf(plain), 0640U);
 }
 
-// Whoever has a lease on the file is asked to give it up, and waited for.
+// The holder of a lease on the file is asked to give it up, and waited for.
 TEST(Files, UnderALeaseAreWaitedFor) {
     const SavedGame game;
     static const int leased = ::open(game.Path.c_str(), O_RDONLY);

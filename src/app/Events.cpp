@@ -46,6 +46,7 @@ void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
             }
         };
     };
+    // For the routines that take ledger, window and desktop.
     const auto wire = [&](auto& event, auto routine) {
         trap(event, [&ledger, &window, &desktop, routine](auto... arguments) {
             routine(ledger, window, desktop, arguments...);

@@ -23,14 +23,16 @@ constexpr std::array<string_view, 14> ApproachPhrases = {
     "When they got nearer",  "When we got nearer", "When they drew nearer", "When we drew nearer",
     "When they drew closer", "When we drew closer"};
 
-constexpr std::array<string_view, 7> StopPhrases = {
+// Spelled as in the reports.
+constexpr auto StopPhrases = std::to_array<string_view>({
     "While moving through here",
     "In this location, we spotted something",
     "In this location, we found somthing",
     "In this location, we discovered something",
     "During our journey",
     "In this location we came across",
-    "It looks like we'll have to make our own way there."};
+    "It looks like we'll have to make our own way there.",
+});
 
 constexpr string_view Killing = "killing";
 constexpr string_view Colon = ":";
@@ -50,6 +52,8 @@ bool IsApproachLine(string_view line) {
     return false;
 }
 
+// A kill sentence goes on over all lines but those that are blank or contain ":", "killing" or a
+// stop phrase.
 bool IsContinuation(string_view line) {
     return !Text::Contains(line, Colon) && !Text::Contains(line, Killing) &&
            !Text::Trim(line).empty() &&

@@ -10,7 +10,7 @@
 struct Desktop;
 
 // Slots are numbered from 1 to these limits. Entry 0 of every table is a sink: a full table
-// returns slot 0, callers credit it without a test, and nothing reads it.
+// returns slot 0, callers credit it without a test, and no list, report or file shows it.
 constexpr int MaxCharacters = 99;
 constexpr int MaxMonsters = 9999;
 constexpr int MaxTurns = 9999;
@@ -56,7 +56,7 @@ struct KillLedger {
     Slots<std::string, MaxMonsters> MonsterNames;
     std::filesystem::path DataFilePath; // counts as set only with a separator in it
     std::uint8_t SaveAsRequested = 0;   // 1: the next save asks for a file name
-    std::int16_t DataChanged = 0;       // 1: reports were imported since the last save or load
+    std::int16_t DataChanged = 0;       // 1: an import was started since the last save or load
 
     bool operator==(const KillLedger&) const = default;
 };

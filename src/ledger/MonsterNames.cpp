@@ -24,16 +24,18 @@ struct PluralRule {
     string_view Singular;
 };
 
-constexpr std::array<PluralRule, 5> PluralRules = {{
+constexpr PluralRule Men = {2, "en", 2, "an"};
+
+// The first rule that fits wins.
+constexpr auto PluralRules = std::to_array<PluralRule>({
     {0, "s", 1, ""},    // Rat, Rats
     {0, "es", 2, ""},   // Box, Boxes
     {1, "ves", 3, "f"}, // Wolf, Wolves
     {1, "ies", 3, "y"}, // Fly, Flies
-    {2, "en", 2, "an"}, // Man, Men
-}};
-constexpr const PluralRule& Men = PluralRules.back();
-// The right part of a compound name has all rules but the last.
-constexpr std::span<const PluralRule> RightRules = std::span(PluralRules).first<4>();
+    Men,                // Man, Men; stays the last
+});
+// The right part of a compound name has all rules but that for Men.
+constexpr auto RightRules = std::span(PluralRules).first<PluralRules.size() - 1>();
 
 // Whether `text` equals `stem` followed by `ending`.
 bool Joins(string_view text, string_view stem, string_view ending) {
@@ -73,9 +75,9 @@ std::optional<std::string> ReconcileRight(string_view given, string_view stored)
     return std::nullopt;
 }
 
-// The tests below rewrite the stored name, if a test says so, and return `found`: whether this or
-// an earlier slot has matched. After a match none fires, but the names are still cut, so that a
-// failure can follow a rewrite.
+// The tests below return whether this or an earlier slot (`found`) has matched, and rewrite the
+// stored name if a test says so. After a match none fires, but the names are still cut: one that is
+// too short still throws.
 
 // For two names that hold a blank: the left parts are a pair like Man and Men, or differ by one
 // last character.
@@ -143,8 +145,8 @@ bool StartsWith(string_view text, string_view head) {
     return start.ends_with(head.substr(head.size() - std::min(head.size(), tail))) && start == head;
 }
 
-// What a stored name has in common with the given one if a test can fire on the two: nearly the
-// same length, and the head. Few names of a full table do.
+// Conditions that a stored name must meet for any test to fire: nearly the same length, and the
+// same head. Few names of a full table meet them.
 struct Likeness {
     static constexpr std::size_t LengthDifference = 2;
     static constexpr std::size_t LongestTail = 3;
@@ -152,6 +154,9 @@ struct Likeness {
         return rule.Dropped <= Men.Dropped && rule.Dropped <= rule.Ending.size() &&
                rule.Ending.size() - rule.Dropped <= LengthDifference &&
                rule.Ending.size() <= LongestTail;
+    }));
+    static_assert(std::all_of(RightRules.begin(), RightRules.end(), [](const PluralRule& rule) {
+        return rule.Dropped <= 1; // only an empty right part is too short to be cut
     }));
     static_assert(Men.Dropped == 2 && Men.Ending.size() == 2, "as short as a name can be cut");
     static_assert(LongestTail <= Men.Dropped + 2, "a blank and a right part follow the left one");

@@ -84,7 +84,7 @@ std::string FromUnicode(std::u16string_view text) {
 
 std::pair<std::string, std::string> SortKey(std::string_view text) {
     std::string bases;
-    std::string accents; // 0 for none, else a number that tells the letters of a family apart
+    std::string accents; // 0 for none, else the number of the letter in its family
     for (const char c : text) {
         const auto* family = Families.end();
         if (static_cast<unsigned char>(c) >= FirstHighControl) {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-// The machine's ANSI code page: Windows-1252, its five unassigned bytes as the control
+// Code page Windows-1252, whatever the machine's own is; its five unassigned bytes as the control
 // characters of the same number, so that every byte survives the way to Unicode and back.
 namespace CodePage {
 

@@ -237,7 +237,8 @@ public:
     std::string Caption;
     int ClientWidth = 0;
     int ClientHeight = 0;
-    std::vector<PlacedControl> Controls; // a container comes before its contents
+    std::vector<PlacedControl>
+        Controls; // a container or menu comes before its contents, in their order
     Property<bool> Enabled = true;
     Property<Pointer> MousePointer = Pointer::Default;
     Property<bool> Visible = false; // a renderer shows and raises, or closes, the window

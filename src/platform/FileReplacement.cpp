@@ -20,7 +20,7 @@ RawFile CreateTemporary(const RawFile& old) {
     }
 }
 
-// Whether a file name has the form that CreateTemporary gives: prefix, digits, '-', digits.
+// Whether a file name is one of CreateTemporary's: prefix, digits, '-', digits.
 bool IsTemporary(const std::filesystem::path& name) {
     const auto isDigit = [](auto c) { return c >= '0' && c <= '9'; };
     const auto& text = name.native();
@@ -33,8 +33,8 @@ bool IsTemporary(const std::filesystem::path& name) {
            std::all_of(dash + 1, text.end(), isDigit);
 }
 
-// A younger file may still be written to, perhaps by another machine, where its process number
-// means nothing. What cannot be deleted stays.
+// Deletes temporary files older than a day. A newer one may still be in use, perhaps by another
+// machine, where its process number means nothing. What cannot be deleted stays.
 void SweepTemporaries(const std::filesystem::path& folder) {
     const auto yesterday = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
     std::error_code failed;

@@ -22,7 +22,7 @@ void RequireLength(std::size_t length) {
     }
 }
 
-// Bounds what a piece over the limit can take before it is noticed.
+// Limits how much is read before a piece that is too long is noticed.
 constexpr std::size_t LargestRead = std::size_t{1} << 20;
 
 } // namespace
@@ -60,14 +60,14 @@ bool ByteWindow::Fill() {
 }
 
 bool LineReader::Fill() {
-    EndMark(); // so that both marks stand at Begin or behind it, and move with their bytes
+    EndMark(); // so that both marks are at or after Begin, and move with their bytes
     const std::ptrdiff_t returnAt = NextReturn - Window.Begin;
     const std::ptrdiff_t feedAt = NextFeed - Window.Begin;
     const std::ptrdiff_t kept = Window.End - Window.Begin;
     const bool more = Window.Fill();
-    const char* const behind = Window.Begin + kept;
-    NextReturn = returnAt < kept ? Window.Begin + returnAt : Find(behind, Window.End, '\r');
-    NextFeed = feedAt < kept ? Window.Begin + feedAt : Find(behind, Window.End, '\n');
+    const char* const added = Window.Begin + kept;
+    NextReturn = returnAt < kept ? Window.Begin + returnAt : Find(added, Window.End, '\r');
+    NextFeed = feedAt < kept ? Window.Begin + feedAt : Find(added, Window.End, '\n');
     return more;
 }
 
@@ -75,7 +75,7 @@ bool LineReader::AtEnd() {
     return Window.Begin == Window.End && !Fill();
 }
 
-// The first end mark from Begin on, or End.
+// Returns the first end mark at or after Begin, or End.
 const char* LineReader::EndMark() {
     if (NextReturn < Window.Begin) {
         NextReturn = Find(Window.Begin, Window.End, '\r');
@@ -88,7 +88,7 @@ const char* LineReader::EndMark() {
 
 std::string_view LineReader::PeekLine() {
     if (AtEnd()) {
-        throw Failure("no line behind the last one");
+        throw Failure("no line after the last one");
     }
     // A CR at the end of the buffer may have its LF still in the file.
     const auto undecided = [this](const char* mark) {

@@ -10,25 +10,24 @@
 #include <string_view>
 #include <vector>
 
-// A plain file read through one sliding buffer: the bytes read and not yet given out lie between
-// Begin and End. Memory: 32 KiB, or a few times the longest piece that its reader kept.
+// A regular file read through one sliding buffer. The bytes from Begin to End were read and not yet
+// consumed: the reader moves Begin. Memory: 32 KiB, or a few times the longest piece that was kept.
 class ByteWindow {
 public:
     static constexpr std::size_t LongestPiece = std::size_t{16} << 20; // bytes
 
-    // Fails (std::system_error) on what cannot be opened or is not a plain file.
+    // Throws as RawFile does.
     explicit ByteWindow(const std::filesystem::path& path);
 
-    // Reads on: what lies between Begin and End stays, though at another address, and End moves
-    // on. False at the end of the file. Fails (Failure Overflow) when more than LongestPiece is
-    // kept, with std::system_error when the file cannot be read.
+    // Appends bytes from the file; Begin and End may move. Returns false at the end of the file.
+    // Throws Failure if more than LongestPiece is kept, std::system_error if reading fails.
     bool Fill();
 
     const char* Begin;
     const char* End;
 
 private:
-    using Bytes = char[]; // NOLINT(modernize-avoid-c-arrays): a buffer that grows uncleared
+    using Bytes = char[]; // NOLINT(modernize-avoid-c-arrays): a buffer that is not cleared
 
     RawFile File;
     std::size_t Capacity;
@@ -36,22 +35,21 @@ private:
     bool Exhausted = false;
 };
 
-// A sequential reader of text lines. A line ends at CR, CR LF or LF, and at the end of the file;
-// the end mark is not part of it.
+// Reads a text file line by line. A line ends at CR, CR LF or LF, which is not part of it, or at
+// the end of the file.
 class LineReader {
 public:
-    // Fails as ByteWindow does.
+    // Throws as RawFile does.
     explicit LineReader(const std::filesystem::path& path) : Window(path) {}
 
-    // Whether no further line stands in the file. May read, and fail as ReadLine does.
+    // Whether there is no further line. Throws as ReadLine does.
     bool AtEnd();
 
-    // The next line; it stays valid until the next call on this reader that looks at a line
-    // behind it. Fails with Failure EndOfFile behind the last line and Overflow on a line over
-    // LongestPiece, with std::system_error when the file cannot be read.
+    // Returns the next line, which is valid until the next call. Throws Failure after the last line
+    // and on a line longer than ByteWindow::LongestPiece, std::system_error if reading fails.
     std::string_view ReadLine();
 
-    // As ReadLine, but leaves the line where it stands, for the next call.
+    // As ReadLine, but does not consume the line: the next call returns it again.
     std::string_view PeekLine();
 
 private:
@@ -59,27 +57,27 @@ private:
     const char* EndMark();
 
     ByteWindow Window;
-    // The first CR and the first LF from Window.Begin on, Window.End if there is none: each is
-    // searched for once, however the two alternate.
+    // The first CR and the first LF at or after Window.Begin, or Window.End. Kept, so that each is
+    // searched for only once.
     const char* NextReturn = Window.End;
     const char* NextFeed = Window.End;
 };
 
 namespace Files {
 
-// Whether `path` holds the platform's separator, which is what makes a chosen name a path.
+// Whether `path` contains the platform's separator: only then is it a path and not a bare name.
 bool HoldsSeparator(const std::filesystem::path& path);
 
-// Size in bytes. Fails (std::system_error) on what cannot be opened, and with Failure Overflow
-// on a file of 2 GiB or more, which has no size here.
+// Returns the size in bytes. Throws std::system_error if there is no such file, Failure if it has
+// 2 GiB or more.
 std::int32_t Size(const std::filesystem::path& path);
 
-// The leading `count` bytes; fewer when the file is shorter. Fails as RawFile does.
+// Returns the first `count` bytes of a file, or all if it is shorter. Throws as RawFile does.
 std::string LeadingBytes(const std::filesystem::path& path, std::size_t count);
 
-// Paths of the plain files of `folder` whose extension is `extension` (dot included) without
-// regard to case, in ascending byte order of the names; no hidden files. A folder that cannot
-// be listed has none.
+// Returns the paths of the regular files in `folder` with this extension (dot included, upper and
+// lower case equal), in ascending byte order of their names. Leaves out hidden files. A folder that
+// cannot be listed has none.
 std::vector<std::filesystem::path> InFolder(const std::filesystem::path& folder,
                                             std::string_view extension);
 

@@ -224,8 +224,8 @@ void LockDrawing(ListView* list) {
 } // namespace
 
 Desktop RealDesktop() {
-    // A run leaves no settings behind. The toolkit's file dialog would save its history; here it
-    // cannot create a file.
+    // The toolkit's file dialog would save its history. No file can be created in this folder, so a
+    // run leaves no settings. On Windows it uses the registry.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/nowhere");
 
     const auto dialogSize = std::make_shared<QSize>();

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QStyleOptionFocusRect>
 
-// The header of a list, which keys can work too: one column is framed, and Enter clicks it.
+// A list header for the keyboard too: one column is framed, and Enter clicks it.
 class KeyHeader : public QHeaderView {
 public:
     explicit KeyHeader(QWidget* list) : QHeaderView(Qt::Horizontal, list) {}

@@ -4,8 +4,8 @@
 #include "ui/ListSorter.h"
 #include "ui/Slaying_Tallies.h"
 
-// The lists are views of the ledger. They are never updated row by row: whatever changes the ledger
-// refills them.
+// The lists are views of the ledger. They are never updated row by row: each command that
+// changes the ledger refills them at its end.
 namespace Main {
 
 // Column widths of both lists, in twips.

@@ -33,6 +33,7 @@ struct Slaying_Tallies {
     TextBox txtClipboard{.Visible = false};
     Label lblStatus{.At = {45, 5775, 6855, 255}};
 
+    // File dialogs.
     CommonDialog cmdImportTurn;
     CommonDialog cmdLoadMap;
     CommonDialog cmdSaveMap;
