@@ -2,6 +2,7 @@
 
 #include "Tables.h"
 #include "ledger/MonsterNames.h"
+#include "platform/Desktop.h"
 
 #include <stdexcept>
 
