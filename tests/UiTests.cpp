@@ -74,6 +74,8 @@ TEST(Events, AreWiredToTheirRoutines) {
     EXPECT_EQ(Cells(world.Monsters), "Bat 1;");
     EXPECT_EQ(world.Monsters.Column(1).Width, 2300);
     EXPECT_EQ(world.Monsters.Column(2).Width, 800);
+    world.Characters.RaiseColumnClick(2);
+    EXPECT_EQ(Cells(world.Characters), "Ciri-1;Dora 0;Bela 12;");
     // The window starts with nothing to save.
     world.Ledger.DataChanged = 1;
     world.Window.Window.Unload();
@@ -126,7 +128,6 @@ TEST(Corrections, TakeKillsOutOfTheLedger) {
     characters.Select(2);
     characters.RaiseKeyUp(KeyDownArrow, 0);
     EXPECT_EQ(remove(monsters, 1, Answer::Yes), "Bela 5;Ciri 5;Dora 0;|Bat 2;");
-    EXPECT_EQ(ledger.KillTable(5, 1) + ledger.KillTable(5, 2), 1);
     // A monster that cannot be looked up, and a total that would leave its range.
     ledger.MonsterNames[4] = "X";
     EXPECT_EQ(remove(monsters, 1, Answer::Yes), "Bela 5;Ciri 5;Dora 0;|Bat 2;");
@@ -141,7 +142,6 @@ TEST(Corrections, TakeKillsOutOfTheLedger) {
     EXPECT_FALSE(characters.Enabled || monsters.Enabled);
     characters.RaiseKeyUp(KeyDelete, 0); // no row, no question: it would find no answer
     monsters.RaiseKeyUp(KeyDelete, 0);
-    EXPECT_EQ(ledger.DataChanged, 0);
 }
 
 TEST(NumberBoxes, CommitWhatWasTyped) {
