@@ -2,8 +2,8 @@
 #include "ScriptedDesktop.h"
 #include "datafile/DataFile.h"
 
+#include <limits>
 #include <map>
-#include <random>
 #include <set>
 
 using namespace std::string_literals;
@@ -56,9 +56,8 @@ TEST(DataFile, LoadsWhatIsThereOfACutFile) {
     EXPECT_NE(bytes.find("\r\n11003\r\n\"name 10004\"\r\n11005\r\n11006\r\n"), std::string::npos);
     EXPECT_TRUE(bytes.ends_with("\r\n-5288\r\n\"name 1020097\"\r\n\"name 1020098\"\r\n"));
     std::set<std::size_t> cuts; // in ascending order: no load leaves more than the next
-    std::mt19937 random(1);
     for (std::size_t i = 0; i < 24; ++i) {
-        cuts.insert({i * 2, bytes.size() - i, i % 4 == 0 ? random() % bytes.size() : i});
+        cuts.insert({i * 2, bytes.size() - i, i * 131'071});
     }
     const auto ledger = FullLedger(Old);
     for (const std::size_t cut : cuts) {

@@ -8,6 +8,7 @@
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include <deque>

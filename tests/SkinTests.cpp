@@ -1,6 +1,8 @@
 #include "Program.h"
 #include "ScriptedDesktop.h"
 
+#include <cmath>
+
 #include <QtTest>
 #include <QtWidgets>
 
@@ -254,7 +256,6 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
         QCoreApplication::processEvents();
         EXPECT_EQ(framed(), column != 1) << "a frame shows once a key has used the header";
         EXPECT_EQ(Rows(Characters).constFirst(), down ? "Bela 8" : "Aron 7");
-        EXPECT_TRUE(header->isSortIndicatorShown());
         EXPECT_EQ(header->sortIndicatorSection(), sorted);
         EXPECT_EQ(header->sortIndicatorOrder(), down ? Qt::DescendingOrder : Qt::AscendingOrder);
         EXPECT_EQ(Characters->currentIndex().data().toString(), "Aron");

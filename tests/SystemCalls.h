@@ -20,8 +20,6 @@ class Intervene {
 public:
     explicit Intervene(Intervention intervention);
     ~Intervene();
-    Intervene(const Intervene&) = delete;
-    Intervene& operator=(const Intervene&) = delete;
 };
 
 long FailWith(int errorNumber);

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <map>
 #include <set>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -62,14 +63,11 @@ constexpr uid_t Nobody = 65534;
 class AsNobody {
 public:
     explicit AsNobody(const TemporaryFolder& folder) : User(::geteuid()) {
-        if (User == 0 &&
-            (::chown(folder.Path.c_str(), Nobody, Nobody) != 0 || ::seteuid(Nobody) != 0)) {
-            throw std::system_error(errno, std::generic_category());
+        if (User == 0) {
+            EXPECT_EQ(::chown(folder.Path.c_str(), Nobody, Nobody) + ::seteuid(Nobody), 0);
         }
     }
     ~AsNobody() { EXPECT_EQ(::seteuid(User), 0); }
-    AsNobody(const AsNobody&) = delete;
-    AsNobody& operator=(const AsNobody&) = delete;
 
 private:
     uid_t User;
@@ -113,13 +111,8 @@ TEST(Faults, EachCallOfASaveFails) {
             game.Restore();
             calls = 0;
             const Intervene intervene([&](const SystemCall& call, const auto& make) {
-                if (calls++ != fault) {
-                    return make();
-                }
-                if (call.Name == "close") {
-                    make(); // the handle is closed in any case
-                }
-                return FailWith(error);
+                const bool fails = calls++ == fault && call.Name != "close";
+                return fails ? FailWith(error) : make();
             });
             const bool done = game.Save();
             EXPECT_TRUE(game.IsNew() || (!done && game.IsOld())) << fault;
@@ -283,6 +276,9 @@ TEST(Saves, KeepLinksAndPermissions) {
 // In place where the folder forbids new files, or replacing somebody else's. A folder that may be
 // changed but not read cannot be synced, which is no failure.
 TEST(Saves, DoWithoutWhatTheSystemRefuses) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can make files of other users";
+    }
     const SavedGame game;
     for (const mode_t mode : {0500U, 0300U, 01777U}) {
         const auto folder = game.Folder.Path / std::to_string(mode);

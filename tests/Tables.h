@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CodePage.h"
 #include "text/Text.h"
 
 #include <exception>
@@ -30,6 +31,8 @@ inline std::vector<Lines> Cases(const std::filesystem::path& page) {
     std::ifstream lines(page);
     for (std::string line; std::getline(lines, line);) {
         if (line.starts_with("| `")) {
+            const std::filesystem::path text(std::u8string(line.begin(), line.end()));
+            line = CodePage::FromUnicode(text.u16string()); // the page is in UTF-8
             Lines cells = Fields(line, '|');
             cells.erase(cells.begin());
             cells[0] = cells[0].substr(1, cells[0].size() - 2);

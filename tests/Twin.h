@@ -4,6 +4,7 @@
 #include "ledger/MonsterNames.h"
 #include "platform/Desktop.h"
 
+#include <memory>
 #include <stdexcept>
 
 // A second opinion on ResolveMonster: the same rules on singular and plural, written to be read.

@@ -1,5 +1,6 @@
 #include "ScriptedDesktop.h"
 
+#include <limits>
 #include <map>
 
 namespace {

@@ -8,5 +8,4 @@ for wait in 1 2 3 4 5 6 7 8 9 10; do
     [ "$streams" != "/dev/null /dev/null /dev/null " ] || break
 done
 kill $!
-echo "standard streams: $streams"
 [ "$streams" = "/dev/null /dev/null /dev/null " ]

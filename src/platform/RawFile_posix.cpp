@@ -1,6 +1,5 @@
 #include "platform/RawFile.h"
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "text/Numbers.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
