@@ -10,7 +10,6 @@ using namespace std::string_view_literals;
 
 namespace {
 
-// The program with its real windows, on the platform that the test runs on.
 class Skin : public testing::Test {
 protected:
     Skin() { Start(); }
@@ -92,7 +91,6 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
     const double pixels = Window->logicalDpiX() / 96.0;
     QWidget* const client = Window->centralWidget();
     EXPECT_EQ(client->size(), QSize(qRound(462 * pixels), qRound(404 * pixels)));
-    EXPECT_NEAR(Characters->width(), 227 * pixels, 1); // edges are rounded, not sizes
     EXPECT_EQ(Characters->header()->sectionSize(1), qRound(800 / 15.0 * pixels));
 
     Tallies->MainWindow.lblStatus.Caption = "Please wait, batch importing turns...";
@@ -149,21 +147,18 @@ TEST_F(Skin, HasTheseTexts) {
     walk(QAccessible::queryAccessibleInterface(Window));
     walk(QAccessible::queryAccessibleInterface(Tallies->AboutRenderer.Window()));
     EXPECT_EQ(texts.toStdString(),
-              "Window Marrowquill - Slaying Tallies|Grouping Slaying Tallies:|"
-              "StaticText Game #:|EditableText Game #:|StaticText Party #:|EditableText Party #:|"
-              "StaticText Turn Start:|EditableText Turn Start:|"
-              "StaticText Turn End:|EditableText Turn End:|StaticText Characters:|"
-              "Tree Characters:|ColumnHeader Character Name|ColumnHeader Kills|"
-              "StaticText Monster Kills:|"
-              "Tree Monster Kills:|ColumnHeader Monster Name|ColumnHeader Kills|"
-              "Button Send to Clipboard|MenuItem File|MenuItem Blank all data|"
-              "MenuItem Import HTML turn for kills|MenuItem Batch Import HTML for kills|"
-              "MenuItem Open saved data|MenuItem Save data|MenuItem Save data As|"
-              "MenuItem Exit program|MenuItem Help|MenuItem About Report Digest|"
-              "Window About Marrowquill Slaying Tallies|Graphic About Marrowquill Slaying Tallies|"
-              "StaticText Marrowquill's Slaying Tallies|StaticText Version 0.6b|"
-              "StaticText (16th June 2004)|StaticText Part of the Marrowquill suite - process your "
-              "turns for detailed slaying tallies|");
+              "Window Marrowquill - Slaying Tallies|Grouping Slaying Tallies:|StaticText Game #:|"
+              "EditableText Game #:|StaticText Party #:|EditableText Party #:|StaticText Turn "
+              "Start:|EditableText Turn Start:|StaticText Turn End:|EditableText Turn End:|"
+              "StaticText Characters:|Tree Characters:|ColumnHeader Character Name|ColumnHeader "
+              "Kills|StaticText Monster Kills:|Tree Monster Kills:|ColumnHeader Monster Name|"
+              "ColumnHeader Kills|Button Send to Clipboard|MenuItem File|MenuItem Blank all data|"
+              "MenuItem Import HTML turn for kills|MenuItem Batch Import HTML for kills|MenuItem "
+              "Open saved data|MenuItem Save data|MenuItem Save data As|MenuItem Exit program|"
+              "MenuItem Help|MenuItem About Report Digest|Window About Marrowquill Slaying "
+              "Tallies|Graphic About Marrowquill Slaying Tallies|StaticText Marrowquill's "
+              "Slaying Tallies|StaticText Version 0.6b|StaticText (16th June 2004)|StaticText "
+              "Part of the Marrowquill suite - process your turns for detailed slaying tallies|");
     const frmAbout& about = Tallies->AboutWindow;
     const std::vector<double> points{about.Label1.FontPoints, about.Label2.FontPoints,
                                      about.Label4.FontPoints, about.Label3.FontPoints};

@@ -84,6 +84,7 @@ std::string FromUnicode(std::u16string_view text) {
 
 std::pair<std::string, std::string> SortKey(std::string_view text) {
     std::string bases;
+    bases.reserve(text.size());
     std::string accents; // 0 for none, else the number of the letter in its family
     for (const char c : text) {
         const auto* family = Families.end();
@@ -100,7 +101,8 @@ std::pair<std::string, std::string> SortKey(std::string_view text) {
             accents += '\0';
         }
     }
-    return {bases, accents};
+    accents.erase(accents.find_last_not_of('\0') + 1);
+    return {std::move(bases), std::move(accents)};
 }
 
 } // namespace CodePage

@@ -61,8 +61,8 @@ public:
     // Whether the system lets another file be renamed over this one.
     bool CanBeReplaced() const;
 
-    // Gives this new file the owner and permissions of `old`, as far as the system lets it. Rights
-    // that cannot be set are left out; on Windows they stay as the folder set them.
+    // Gives this new file the owner and permissions of `old`, as far as the system lets it. Nobody
+    // gets rights that he did not have; on Windows, what cannot be set stays as the folder set it.
     void TakeOver(const RawFile& old);
 
     // Renames this file over `old`, which may be missing, and returns when the disk has the change.

@@ -3,8 +3,10 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <sys/xattr.h>
 #include <system_error>
 #include <unistd.h>
@@ -121,13 +123,15 @@ bool NoAccessListFound() {
     return errno == ENODATA || errno == ENOTSUP;
 }
 
-// Copies a file's access list to another. False if there is one that cannot be copied.
-bool CopyAccessList(int from, int to) {
+// Copies a file's access list to another, if the two have the same owner and group. False if there
+// is one that is not copied.
+bool CopyAccessList(int from, int to, bool sameOwners) {
     std::string list(65536, '\0'); // the longest attribute there can be
     const auto size =
         Retry([&] { return ::fgetxattr(from, AccessList, list.data(), list.size()); });
     if (size >= 0) {
-        return ::fsetxattr(to, AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
+        return sameOwners &&
+               ::fsetxattr(to, AccessList, list.data(), static_cast<std::size_t>(size), 0) == 0;
     }
     // The folder may have given the new file a list.
     return NoAccessListFound() && (::fremovexattr(to, AccessList) == 0 || NoAccessListFound());
@@ -221,26 +225,45 @@ bool RawFile::CanBeReplaced() const {
 }
 
 // What the system refuses is left: some file systems have no owners and permissions, and only the
-// superuser can give a file to somebody else.
+// superuser can give a file to somebody else. Nobody gets rights that he did not have: the old
+// owner now counts as one of the group or the others, and the old group as others.
 void RawFile::TakeOver(const RawFile& old) {
     const struct stat from = StatusOf(old.Handle);
     const struct stat made = StatusOf(Handle);
-    mode_t mode = from.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-    if (made.st_uid != from.st_uid) {
-        (void)!::fchown(Handle, from.st_uid, static_cast<gid_t>(-1));
+    const bool sameOwner =
+        made.st_uid == from.st_uid || ::fchown(Handle, from.st_uid, static_cast<gid_t>(-1)) == 0;
+    const bool sameGroup =
+        made.st_gid == from.st_gid || ::fchown(Handle, static_cast<uid_t>(-1), from.st_gid) == 0;
+    constexpr mode_t all = 7;
+    const mode_t owner = (from.st_mode >> 6) & all;
+    mode_t group = (from.st_mode >> 3) & all;
+    mode_t others = from.st_mode & all;
+    if (!sameOwner) {
+        group &= owner;
+        others &= owner;
     }
-    if (made.st_gid != from.st_gid && ::fchown(Handle, static_cast<uid_t>(-1), from.st_gid) != 0) {
-        mode &= ~mode_t{S_IRWXG}; // which was meant for the other group
+    if (!sameGroup) {
+        others &= group;
+        group = 0;
     }
-    if (!CopyAccessList(old.Handle, Handle)) {
-        mode &= S_IRWXU;
+    if (!CopyAccessList(old.Handle, Handle, sameOwner && sameGroup)) {
+        group = 0;
+        others = 0;
     }
-    ::fchmod(Handle, mode); // last: a change of owner or access list changes it
+    // Last: a change of owner or access list changes it.
+    ::fchmod(Handle, owner << 6 | group << 3 | others);
 }
 
 // A FAT file system writes the new entry only when the file itself is synced, and reuses the space
-// of the replaced file as soon as nobody has it open. So both stay open until all is on the disk.
+// of the replaced file as soon as nobody has it open: there it stays open until all is on the disk.
+// Elsewhere it is closed first. A network share refuses to replace an open file, and can lose both.
 void RawFile::MoveOver(RawFile& old) {
+    struct statfs system {};
+    const bool isFat = Retry([&] { return ::fstatfs(Handle, &system); }) == 0 &&
+                       (system.f_type == MSDOS_SUPER_MAGIC || system.f_type == EXFAT_SUPER_MAGIC);
+    if (!isFat) {
+        old.Close();
+    }
     Require([&] { return ::rename(Path.c_str(), old.Path.c_str()); });
     Path.clear();
     Sync();

@@ -86,7 +86,8 @@ std::optional<RawFile> RawFile::Create(const std::filesystem::path& path, const 
     RawFile created;
     created.Path = path;
     constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
-    const DWORD attributes = like.IsOpen() ? ::GetFileAttributesW(like.Path.c_str()) & kept : 0;
+    DWORD attributes = ::GetFileAttributesW(like.Path.c_str());
+    attributes = attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes & kept;
     auto* const file =
         ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
     if (file != INVALID_HANDLE_VALUE) {

@@ -105,7 +105,8 @@ private:
         while (width > 1 && height(width - 1) == least) {
             --width;
         }
-        return width + spare;
+        const int longestWord = metrics.boundingRect(0, 0, 1, 0, Qt::TextWordWrap, text).width();
+        return std::max(width, longestWord) + spare;
     }
 
     QRegion SelectedRows() const {

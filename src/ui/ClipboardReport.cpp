@@ -78,7 +78,7 @@ void AppendGroupStats(std::string& report, const KillLedger& ledger) {
 // Bytes to reserve for the report: a text of many megabytes that grows is copied several times.
 std::size_t LengthAtMost(const KillLedger& ledger) {
     constexpr std::size_t headings = 400;
-    constexpr std::size_t besideName = 26; // in the lines of characters and monsters
+    constexpr std::size_t besideName = 28; // in the lines of characters and monsters
     std::size_t length = headings;
     for (int c = 1; c <= MaxCharacters; ++c) {
         length += ledger.CharacterNames[c].size() + besideName;

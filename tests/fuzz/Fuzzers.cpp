@@ -42,7 +42,6 @@ void ImportReports(std::string bytes) {
     Require(kills == ledger->CharacterKills);
 }
 
-// Names, one to a line.
 void FindMonsters(std::string names) {
     static Twins twins;
     twins.Restart();
