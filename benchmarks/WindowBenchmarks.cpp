@@ -61,7 +61,8 @@ void Start(benchmark::State& state) {
 }
 
 ListWidget* ShownList(const Program& tallies, int number) {
-    return tallies.MainRenderer.Window()->findChildren<ListWidget*>().at(number);
+    auto* const list = tallies.MainRenderer.Window()->findChildren<QTreeView*>().at(number);
+    return static_cast<ListWidget*>(list);
 }
 
 // The monsters of another character each time, until they are painted.
