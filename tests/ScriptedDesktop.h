@@ -92,7 +92,6 @@ private:
     }
 };
 
-// A message with the application's title, as the transcript has it.
 inline std::string Box(const std::string& prompt) {
     return "[Marrowquill - Slaying Tallies] " + prompt;
 }

@@ -46,7 +46,6 @@ struct SavedGame {
     void Restore() const { (void)Folder.Write("tallies.qvt", OldBytes); }
     [[nodiscard]] bool IsOld() const { return ReadAll(Path) == OldBytes; }
     [[nodiscard]] bool IsNew() const { return ReadAll(Path) == NewBytes; }
-    // Files beside the data file.
     [[nodiscard]] std::size_t Strays() const { return FilesIn(Folder.Path) - 1; }
 
     TemporaryFolder Folder;

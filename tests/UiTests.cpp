@@ -162,6 +162,7 @@ TEST(NumberBoxes, CommitWhatWasTyped) {
         EXPECT_EQ(std::to_string(ledger.GameNumber), row[2]);
         EXPECT_EQ(std::to_string(ledger.PartyNumber), row[2]);
     }
+    window.lstCharacters.RaiseClick(); // there is no row yet
     window.txtGame.Text = "0";
     window.txtGame.LostFocus();
     window.txtGame.Text = "40000";

@@ -1,6 +1,5 @@
 #!/bin/sh
-# Starts the program with standard input, output and error closed, as some launchers do. Then
-# something harmless must be open in their place, not a connection or a file of the player's.
+# Starts the program without standard streams. Nothing but the null device may be in their place.
 "$1" <&- >&- 2>&- &
 for wait in 1 2 3 4 5 6 7 8 9 10; do
     sleep 0.5

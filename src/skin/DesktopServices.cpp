@@ -120,12 +120,14 @@ private:
 
     // Moves the box under or over the rows if it would cover them and there is room.
     void LeaveInSight(const QRegion& rows) {
-        // Its own frame is not known yet.
+        // Its own frame is not known yet, nor whether the platform takes the position as that of
+        // the frame or of what is in it.
         const QRect outer = parentWidget()->frameGeometry();
         const QRect inner = parentWidget()->geometry();
+        const int title = inner.top() - outer.top();
         const QRect now =
-            geometry().adjusted(outer.left() - inner.left(), outer.top() - inner.top(),
-                                outer.right() - inner.right(), outer.bottom() - inner.bottom());
+            geometry().adjusted(outer.left() - inner.left(), -title, outer.right() - inner.right(),
+                                outer.bottom() - inner.bottom() + title);
         const QRect all = rows.boundingRect();
         for (const int top : {now.top(), all.bottom() + 1, all.top() - now.height()}) {
             QRect place = now;

@@ -208,7 +208,7 @@ void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
         return std::abs(mark.red() - base.red()) + std::abs(mark.green() - base.green()) +
                std::abs(mark.blue() - base.blue());
     };
-    if (4 * differsFromBase(QPalette::Inactive) > 3 * differsFromBase(QPalette::Active)) {
+    if (2 * differsFromBase(QPalette::Inactive) > differsFromBase(QPalette::Active)) {
         const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
         const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
         palette.setColor(QPalette::Inactive, QPalette::Highlight,

@@ -20,7 +20,6 @@ void Require(bool holds) {
     }
 }
 
-// A file of this process with these bytes.
 std::filesystem::path Write(const std::string& bytes) {
     const auto path = std::filesystem::temp_directory_path() / std::to_string(::getpid());
     std::ofstream(path, std::ios::binary) << bytes;
