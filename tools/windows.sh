@@ -23,12 +23,16 @@ need_wine_fonts() {
     done > /dev/null
 }
 
-# on_screen COMMAND...: runs it on a virtual display with a window manager.
+# on_screen COMMAND...: runs it on a virtual display with a window manager. Wine must not go on with
+# the next command as if it were on this display.
 on_screen() {
+    local status=0
     timeout 300 xvfb-run -a -s '-screen 0 1024x768x24' sh -c '
         jwm > /dev/null 2>&1 &
         until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.1; done
-        "$@"' on_screen "$@"
+        "$@"' on_screen "$@" || status=$?
+    wineserver -k || true
+    return $status
 }
 
 # Debian has no Qt for Windows. It is built from Debian's source package, once: about 20 minutes
