@@ -157,7 +157,6 @@ struct World {
         return std::to_string(Ledger.GameNumber) + '/' + std::to_string(Ledger.PartyNumber) +
                (tallies.empty() ? "" : ' ' + tallies);
     }
-    // The boxes shown since the last call, without the dialogs.
     Lines TakeBoxes() {
         std::erase_if(Screen.Transcript, [](const auto& line) { return line[0] != '['; });
         return std::exchange(Screen.Transcript, {});

@@ -96,6 +96,7 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
     EXPECT_EQ(Characters->header()->sectionSize(1), qRound(800 / 15.0 * pixels));
 
     Tallies->MainWindow.lblStatus.Caption = "Please wait, batch importing turns...";
+    EXPECT_TRUE(Tallies->MainWindow.lblStatus.Repaint) << "nothing would show during a command";
     auto labels = client->findChildren<QLabel*>();
     labels += Tallies->AboutRenderer.Window()->findChildren<QLabel*>();
     for (const QLabel* const label : labels) {

@@ -46,7 +46,6 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
     setSelectionBehavior(SelectRows);
 
     header()->setStretchLastSection(false);
-    header()->setSectionsMovable(false);
     header()->setSectionsClickable(static_cast<bool>(List.ColumnClick));
     header()->setMinimumSectionSize(scale.Length(300));
     connect(header(), &QHeaderView::sectionResized, this, [this, scale] {
