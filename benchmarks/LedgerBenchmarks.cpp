@@ -1,9 +1,9 @@
 #include "Bench.h"
 #include "Input.h"
 #include "datafile/DataFile.h"
+#include "files/Files.h"
 #include "fingerprint/TurnLedger.h"
 #include "ledger/MonsterNames.h"
-#include "platform/Files.h"
 #include "ui/ClipboardReport.h"
 
 #include <charconv>

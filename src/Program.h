@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/Desktop.h"
 #include "ledger/KillLedger.h"
-#include "platform/Desktop.h"
 #include "skin/FormRenderer.h"
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"

@@ -1,5 +1,5 @@
 #include "Program.h"
-#include "platform/RawFile.h"
+#include "files/RawFile.h"
 
 #include <QApplication>
 

@@ -1,5 +1,5 @@
 #include "ScriptedDesktop.h"
-#include "platform/CodePage.h"
+#include "text/CodePage.h"
 #include "text/Text.h"
 
 #include <set>

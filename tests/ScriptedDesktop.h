@@ -2,8 +2,8 @@
 
 #include "Tables.h"
 #include "app/Events.h"
+#include "controls/Desktop.h"
 #include "ledger/KillLedger.h"
-#include "platform/Desktop.h"
 #include "ui/ListViews.h"
 #include "ui/Slaying_Tallies.h"
 #include "ui/frmAbout.h"

@@ -1,8 +1,8 @@
 #include "ScriptedDesktop.h"
 #include "System.h"
+#include "files/FileReplacement.h"
+#include "files/Files.h"
 #include "fingerprint/modHashing.h"
-#include "platform/FileReplacement.h"
-#include "platform/Files.h"
 
 #include <chrono>
 #include <thread>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CodePage.h"
+#include "text/CodePage.h"
 #include "text/Text.h"
 
 #include <exception>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Tables.h"
+#include "controls/Desktop.h"
 #include "ledger/MonsterNames.h"
-#include "platform/Desktop.h"
 
 #include <memory>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 #include "app/Events.h"
 
+#include "controls/Desktop.h"
 #include "datafile/FileCommands.h"
 #include "import/ImportCommands.h"
-#include "platform/Desktop.h"
 #include "ui/AboutWindow.h"
 #include "ui/ClipboardReport.h"
 #include "ui/ListEvents.h"

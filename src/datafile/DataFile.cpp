@@ -1,7 +1,7 @@
 #include "datafile/DataFile.h"
 
 #include "datafile/FieldReader.h"
-#include "platform/FileReplacement.h"
+#include "files/FileReplacement.h"
 #include "text/Text.h"
 
 #include <charconv>

@@ -1,9 +1,9 @@
 #include "datafile/FileCommands.h"
 
+#include "controls/Desktop.h"
 #include "datafile/DataFile.h"
+#include "files/Files.h"
 #include "fingerprint/TurnLedger.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "text/Numbers.h"
 #include "ui/ListViews.h"
 #include "ui/StatusRule.h"

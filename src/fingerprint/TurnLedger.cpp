@@ -1,6 +1,6 @@
 #include "fingerprint/TurnLedger.h"
 
-#include "platform/RawFile.h"
+#include "files/RawFile.h"
 
 #include <exception>
 

@@ -1,8 +1,8 @@
 #include "fingerprint/modHashing.h"
 
+#include "files/Files.h"
 #include "fingerprint/TurnLedger.h"
 #include "fingerprint/modMD5.h"
-#include "platform/Files.h"
 
 #include <algorithm>
 #include <new>

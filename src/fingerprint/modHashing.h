@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 #include <cstdint>
 #include <filesystem>

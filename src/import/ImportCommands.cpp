@@ -1,8 +1,8 @@
 #include "import/ImportCommands.h"
 
+#include "controls/Desktop.h"
+#include "files/Files.h"
 #include "import/TurnScanner.h"
-#include "platform/Desktop.h"
-#include "platform/Files.h"
 #include "ui/ListViews.h"
 #include "ui/StatusRule.h"
 

@@ -1,7 +1,7 @@
 #include "import/KillSentence.h"
 
+#include "controls/Desktop.h"
 #include "ledger/MonsterNames.h"
-#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 

@@ -1,8 +1,8 @@
 #include "import/ReportGates.h"
 
+#include "controls/Desktop.h"
 #include "fingerprint/TurnLedger.h"
 #include "fingerprint/modHashing.h"
-#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 

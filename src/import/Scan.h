@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Files.h"
+#include "files/Files.h"
 
 #include <filesystem>
 #include <string>

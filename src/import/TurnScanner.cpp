@@ -1,8 +1,8 @@
 #include "import/TurnScanner.h"
 
+#include "controls/Desktop.h"
 #include "import/KillSentence.h"
 #include "import/ReportGates.h"
-#include "platform/Desktop.h"
 #include "text/Numbers.h"
 #include "text/Text.h"
 

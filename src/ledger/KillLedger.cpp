@@ -1,6 +1,6 @@
 #include "ledger/KillLedger.h"
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 #include "text/Numbers.h"
 
 namespace Main {

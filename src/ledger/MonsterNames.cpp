@@ -1,6 +1,6 @@
 #include "ledger/MonsterNames.h"
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 #include "text/Text.h"
 
 #include <algorithm>

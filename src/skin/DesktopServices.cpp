@@ -1,6 +1,6 @@
 #include "skin/DesktopServices.h"
 
-#include "platform/Files.h"
+#include "files/Files.h"
 #include "skin/ListWidget.h"
 #include "skin/Translate.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 // Returns the services of the real desktop. Needs a QApplication.
 Desktop RealDesktop();

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/CodePage.h"
-#include "platform/Controls.h"
+#include "controls/Controls.h"
+#include "text/CodePage.h"
 
 #include <QPointer>
 #include <QRect>

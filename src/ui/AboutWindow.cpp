@@ -1,6 +1,6 @@
 #include "ui/AboutWindow.h"
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 namespace Main {
 

@@ -1,6 +1,6 @@
 #include "ui/ClipboardReport.h"
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 #include "ui/StatusRule.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "ui/ListEvents.h"
 
+#include "controls/Desktop.h"
 #include "ledger/Corrections.h"
 #include "ledger/MonsterNames.h"
-#include "platform/Desktop.h"
 #include "ui/ListSorter.h"
 #include "ui/ListViews.h"
 

@@ -1,6 +1,6 @@
 #include "ui/Slaying_Tallies.h"
 
-#include "platform/Desktop.h"
+#include "controls/Desktop.h"
 
 Slaying_Tallies::Slaying_Tallies() {
     Window.Caption = ApplicationTitle;

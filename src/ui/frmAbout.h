@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
 // The about window: its controls with their places (left, top, width, height, in twips) and
 // captions. No logic.

@@ -1,7 +1,7 @@
 #include "Twin.h"
 #include "datafile/FieldReader.h"
+#include "files/Files.h"
 #include "import/TurnScanner.h"
-#include "platform/Files.h"
 #include "text/Numbers.h"
 
 #include <algorithm>

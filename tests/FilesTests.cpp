@@ -1,11 +1,8 @@
 #include "ScriptedDesktop.h"
 #include "System.h"
+#include "files/Files.h"
 #include "fingerprint/TurnLedger.h"
-#include "platform/CodePage.h"
-#include "platform/Files.h"
 #include "text/Failure.h"
-
-#include <numeric>
 
 namespace {
 
@@ -60,18 +57,4 @@ TEST(Files, HaveASizeBelowTwoGibibytes) {
     EXPECT_EQ(Files::Size(file), 2147483647);
     std::filesystem::resize_file(file, 2147483648);
     EXPECT_THROW(Files::Size(file), Failure);
-}
-
-TEST(CodePage, BringsEveryByteBack) {
-    std::string bytes(256, '\0');
-    std::iota(bytes.begin(), bytes.end(), '\0');
-    const std::u16string unicode = CodePage::ToUnicode(bytes);
-    EXPECT_EQ(CodePage::FromUnicode(unicode), bytes);
-    // Bytes 0x7E to 0xA1, the unassigned ones as controls.
-    EXPECT_EQ(
-        unicode.substr(0x7E, 36),
-        u"~\x7F\u20AC\x81\u201A\u0192\u201E\u2026\u2020\u2021\u02C6\u2030\u0160\u2039\u0152"
-        u"\x8D\u017D\x8F\x90\u2018\u2019\u201C\u201D\u2022\u2013\u2014\u02DC\u2122\u0161\u203A"
-        u"\u0153\x9D\u017E\u0178\u00A0\u00A1");
-    EXPECT_EQ(CodePage::FromUnicode(u"a\u0100\U0001F409\u0080\u009F\uFFFFb"), "a?????b");
 }

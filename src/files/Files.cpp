@@ -1,6 +1,6 @@
-#include "platform/Files.h"
+#include "files/Files.h"
 
-#include "platform/CodePage.h"
+#include "text/CodePage.h"
 #include "text/Failure.h"
 
 #include <algorithm>

@@ -3,8 +3,8 @@
 #include "System.h"
 #include "SystemCalls.h"
 #include "datafile/DataFile.h"
+#include "files/FileReplacement.h"
 #include "fingerprint/modHashing.h"
-#include "platform/FileReplacement.h"
 
 #include <chrono>
 #include <csignal>

@@ -1,4 +1,4 @@
-#include "platform/FileReplacement.h"
+#include "files/FileReplacement.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RawFile.h"
+#include "files/RawFile.h"
 
 #include <filesystem>
 #include <string_view>

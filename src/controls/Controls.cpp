@@ -1,6 +1,6 @@
-#include "platform/Controls.h"
+#include "controls/Controls.h"
 
-#include "platform/CodePage.h"
+#include "text/CodePage.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,4 +1,4 @@
-#include "platform/RawFile.h"
+#include "files/RawFile.h"
 
 #include <algorithm>
 #include <string>
