@@ -12,12 +12,13 @@ constexpr std::string_view Prefix = ".slaying-tallies-";
 // Creates a temporary file beside `old`. Not open if the folder forbids new files.
 RawFile CreateTemporary(const RawFile& old) {
     const std::string name = std::string(Prefix) + std::to_string(ProcessNumber()) + '-';
-    for (int attempt = 0;; ++attempt) {
-        const auto path = old.Path.parent_path() / (name + std::to_string(attempt));
-        if (auto created = RawFile::Create(path, old)) {
-            return *std::move(created);
-        }
+    RawFile created;
+    int attempt = 0;
+    while (created.Create(old.Path.parent_path() / (name + std::to_string(attempt)), old) ==
+           Creation::NameTaken) {
+        ++attempt;
     }
+    return created;
 }
 
 // Whether a file name is one of CreateTemporary's: prefix, digits, '-', digits.
@@ -62,7 +63,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& target) : FileRepl
         throw std::system_error(std::make_error_code(std::errc::permission_denied));
     }
     if (New.IsOpen() && Old.IsOpen()) {
-        New.TakeOver(Old);
+        New.CopyRights(Old);
     }
 }
 
@@ -85,7 +86,7 @@ void FileReplacement::Commit() {
         return;
     }
     New.Sync();
-    New.MoveOver(Old);
+    New.Replace(Old);
     New.Close();
     SweepTemporaries(Old.Path.parent_path());
 }

@@ -3,13 +3,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
 
 // What the program asks of the system about files, each system in a source file of its own. All
 // failures are std::system_error with the system's own code. A signal makes no call fail.
+
+// What became of a file that was to be created.
+enum class Creation { Done, NameTaken, FolderForbids };
 
 // A regular file, open or not; closed when it goes out of scope.
 class RawFile {
@@ -34,11 +36,11 @@ public:
     // Not open if there is no such file. Throws if it cannot be written or is no regular file.
     static RawFile OpenTarget(const std::filesystem::path& path);
 
-    // Creates a file at `path`. If `like` is open, nobody but the owner can read it until TakeOver.
-    // Nothing if there is such a file already. Not open if the folder forbids new files.
-    static std::optional<RawFile> Create(const std::filesystem::path& path, const RawFile& like);
-
     bool IsOpen() const { return Handle != -1; }
+
+    // Creates the file `path` and opens it; this must not be open before. If `like` is open, nobody
+    // but the owner can read the new file until CopyRights.
+    Creation Create(const std::filesystem::path& path, const RawFile& like);
 
     // Reads up to the size of `buffer`. Returns the number of bytes, 0 only at the end of the file.
     std::size_t Read(std::span<char> buffer);
@@ -61,13 +63,13 @@ public:
     // Whether the system lets another file be renamed over this one.
     bool CanBeReplaced() const;
 
-    // Gives this new file the owner and permissions of `old`, as far as the system lets it. Nobody
+    // Gives this new file the owner and permissions of `from`, as far as the system lets it. Nobody
     // gets rights that he did not have; on Windows, what cannot be set stays as the folder set it.
-    void TakeOver(const RawFile& old);
+    void CopyRights(const RawFile& from);
 
-    // Renames this file over `old`, which may be missing, and returns when the disk has the change.
-    // Empties Path once renamed.
-    void MoveOver(RawFile& old);
+    // Renames this file to the name of `old`, which is replaced if it exists, and returns when the
+    // disk has the change. Empties Path once renamed.
+    void Replace(RawFile& old);
 
     // Absolute. Empty for a file opened for reading.
     std::filesystem::path Path;

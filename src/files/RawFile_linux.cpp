@@ -159,22 +159,21 @@ RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
     return target;
 }
 
-std::optional<RawFile> RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
-    RawFile created;
-    created.Path = path;
+Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
     const mode_t mode = like.IsOpen() ? 0600 : 0666;
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
-    created.Handle = Retry([&] { return ::open(path.c_str(), flags, mode); });
-    if (created.IsOpen()) {
-        return created;
+    Handle = Retry([&] { return ::open(path.c_str(), flags, mode); });
+    if (IsOpen()) {
+        Path = path;
+        return Creation::Done;
     }
     if (errno == EEXIST) {
-        return std::nullopt;
+        return Creation::NameTaken;
     }
     if (errno != EACCES && errno != EPERM) {
         Fail(errno);
     }
-    return RawFile();
+    return Creation::FolderForbids;
 }
 
 std::size_t RawFile::Read(std::span<char> buffer) {
@@ -227,17 +226,17 @@ bool RawFile::CanBeReplaced() const {
 // What the system refuses is left: some file systems have no owners and permissions, and only the
 // superuser can give a file to somebody else. Nobody gets rights that he did not have: the old
 // owner now counts as one of the group or the others, and the old group as others.
-void RawFile::TakeOver(const RawFile& old) {
-    const struct stat from = StatusOf(old.Handle);
+void RawFile::CopyRights(const RawFile& from) {
+    const struct stat old = StatusOf(from.Handle);
     const struct stat made = StatusOf(Handle);
     const bool sameOwner =
-        made.st_uid == from.st_uid || ::fchown(Handle, from.st_uid, static_cast<gid_t>(-1)) == 0;
+        made.st_uid == old.st_uid || ::fchown(Handle, old.st_uid, static_cast<gid_t>(-1)) == 0;
     const bool sameGroup =
-        made.st_gid == from.st_gid || ::fchown(Handle, static_cast<uid_t>(-1), from.st_gid) == 0;
+        made.st_gid == old.st_gid || ::fchown(Handle, static_cast<uid_t>(-1), old.st_gid) == 0;
     constexpr mode_t all = 7;
-    const mode_t owner = (from.st_mode >> 6) & all;
-    mode_t group = (from.st_mode >> 3) & all;
-    mode_t others = from.st_mode & all;
+    const mode_t owner = (old.st_mode >> 6) & all;
+    mode_t group = (old.st_mode >> 3) & all;
+    mode_t others = old.st_mode & all;
     if (!sameOwner) {
         group &= owner;
         others &= owner;
@@ -246,7 +245,7 @@ void RawFile::TakeOver(const RawFile& old) {
         others &= group;
         group = 0;
     }
-    if (!CopyAccessList(old.Handle, Handle, sameOwner && sameGroup)) {
+    if (!CopyAccessList(from.Handle, Handle, sameOwner && sameGroup)) {
         group = 0;
         others = 0;
     }
@@ -257,7 +256,7 @@ void RawFile::TakeOver(const RawFile& old) {
 // A FAT file system writes the new entry only when the file itself is synced, and reuses the space
 // of the replaced file as soon as nobody has it open: there it stays open until all is on the disk.
 // Elsewhere it is closed first. A network share refuses to replace an open file, and can lose both.
-void RawFile::MoveOver(RawFile& old) {
+void RawFile::Replace(RawFile& old) {
     struct statfs system {};
     const bool isFat = Retry([&] { return ::fstatfs(Handle, &system); }) == 0 &&
                        (system.f_type == MSDOS_SUPER_MAGIC || system.f_type == EXFAT_SUPER_MAGIC);

@@ -82,26 +82,25 @@ RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
     return target;
 }
 
-std::optional<RawFile> RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
-    RawFile created;
-    created.Path = path;
+Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like) {
     constexpr DWORD kept = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_ARCHIVE;
     DWORD attributes = ::GetFileAttributesW(like.Path.c_str());
     attributes = attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes & kept;
     auto* const file =
         ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
     if (file != INVALID_HANDLE_VALUE) {
-        created.Handle = HandleToLong(file);
-        return created;
+        Handle = HandleToLong(file);
+        Path = path;
+        return Creation::Done;
     }
     const DWORD code = ::GetLastError();
     if (code == ERROR_FILE_EXISTS) {
-        return std::nullopt;
+        return Creation::NameTaken;
     }
     if (code != ERROR_ACCESS_DENIED) {
         Fail(code);
     }
-    return RawFile();
+    return Creation::FolderForbids;
 }
 
 std::size_t RawFile::Read(std::span<char> buffer) {
@@ -158,10 +157,10 @@ bool RawFile::CanBeReplaced() const {
 }
 
 // What the system refuses keeps the permissions that the folder gave it.
-void RawFile::TakeOver(const RawFile& old) {
+void RawFile::CopyRights(const RawFile& from) {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (::GetNamedSecurityInfoW(old.Path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
+    if (::GetNamedSecurityInfoW(from.Path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
                                 nullptr, nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS) {
         return; // a file system without permissions
     }
@@ -179,7 +178,7 @@ void RawFile::TakeOver(const RawFile& old) {
 
 // Open files cannot be renamed or replaced, so both are closed first. Virus scanners and indexers
 // hold a file for a moment after each change: the move waits for them for up to a second.
-void RawFile::MoveOver(RawFile& old) {
+void RawFile::Replace(RawFile& old) {
     constexpr int mostTries = 20;
     constexpr DWORD pause = 50; // milliseconds
     Close();
