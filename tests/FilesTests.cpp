@@ -1,7 +1,6 @@
 #include "ScriptedDesktop.h"
 #include "System.h"
 #include "files/Files.h"
-#include "fingerprint/TurnLedger.h"
 #include "text/Failure.h"
 
 namespace {
@@ -45,9 +44,9 @@ TEST(Files, RefuseWhatIsNoRegularFileWithoutWaiting) {
     for (const auto& path : NoRegularFiles(folder.Path)) {
         EXPECT_THROW(LineReader{path}, std::system_error) << path;
         EXPECT_THROW(Files::LeadingBytes(path, 1), std::system_error) << path;
-        EXPECT_FALSE(Main::FileExists(path)) << path;
+        EXPECT_FALSE(Files::FileExists(path)) << path;
     }
-    EXPECT_TRUE(Main::FileExists(folder.Write("empty", "")));
+    EXPECT_TRUE(Files::FileExists(folder.Write("empty", "")));
 }
 
 TEST(Files, HaveASizeBelowTwoGibibytes) {

@@ -3,7 +3,6 @@
 #include "controls/Desktop.h"
 #include "datafile/DataFile.h"
 #include "files/Files.h"
-#include "fingerprint/TurnLedger.h"
 #include "text/Numbers.h"
 #include "ui/ListViews.h"
 #include "ui/StatusRule.h"
@@ -33,7 +32,7 @@ void SaveData(KillLedger& ledger, Slaying_Tallies& window, const Desktop& deskto
         if (!desktop.ShowSave(dialog) || !Files::HoldsSeparator(dialog.FileName)) {
             return;
         }
-        if (FileExists(dialog.FileName) &&
+        if (Files::FileExists(dialog.FileName) &&
             !IsSure(desktop, "Are you sure you wish to over-write this file?", Icon::Question)) {
             return;
         }

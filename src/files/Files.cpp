@@ -11,9 +11,8 @@
 
 namespace {
 
-const char* Find(const char* begin, const char* end, char sought) {
-    const void* const found = std::memchr(begin, sought, static_cast<std::size_t>(end - begin));
-    return found != nullptr ? static_cast<const char*>(found) : end;
+bool IsLineEnd(char c) {
+    return c == '\r' || c == '\n';
 }
 
 void RequireLength(std::size_t length) {
@@ -59,56 +58,34 @@ bool ByteWindow::Fill() {
     return !Exhausted;
 }
 
-bool LineReader::Fill() {
-    EndMark(); // so that both marks are at or after Begin, and move with their bytes
-    const std::ptrdiff_t returnAt = NextReturn - Window.Begin;
-    const std::ptrdiff_t feedAt = NextFeed - Window.Begin;
-    const std::ptrdiff_t kept = Window.End - Window.Begin;
-    const bool more = Window.Fill();
-    const char* const added = Window.Begin + kept;
-    NextReturn = returnAt < kept ? Window.Begin + returnAt : Find(added, Window.End, '\r');
-    NextFeed = feedAt < kept ? Window.Begin + feedAt : Find(added, Window.End, '\n');
-    return more;
-}
-
 bool LineReader::AtEnd() {
-    return Window.Begin == Window.End && !Fill();
+    return Window.Begin == Window.End && !Window.Fill();
 }
 
-// Returns the first end mark at or after Begin, or End.
-const char* LineReader::EndMark() {
-    if (NextReturn < Window.Begin) {
-        NextReturn = Find(Window.Begin, Window.End, '\r');
-    }
-    if (NextFeed < Window.Begin) {
-        NextFeed = Find(Window.Begin, Window.End, '\n');
-    }
-    return std::min(NextReturn, NextFeed);
-}
-
+// The search goes on where it stopped when the window is filled.
 std::string_view LineReader::PeekLine() {
     if (AtEnd()) {
         throw Failure("no line after the last one");
     }
-    // A CR at the end of the buffer may have its LF still in the file.
-    const auto undecided = [this](const char* mark) {
-        return mark == Window.End || (*mark == '\r' && mark + 1 == Window.End);
-    };
-    while (undecided(EndMark()) && Fill()) {
-    }
-    const std::string_view line(Window.Begin, static_cast<std::size_t>(EndMark() - Window.Begin));
-    RequireLength(line.size());
-    return line;
+    std::size_t length = 0;
+    const char* mark = nullptr;
+    do {
+        mark = std::find_if(Window.Begin + length, Window.End, IsLineEnd);
+        length = static_cast<std::size_t>(mark - Window.Begin);
+        // A CR at the end of the window may have its LF still in the file.
+    } while ((mark == Window.End || (*mark == '\r' && mark + 1 == Window.End)) && Window.Fill());
+    RequireLength(length);
+    return {Window.Begin, length};
 }
 
 std::string_view LineReader::ReadLine() {
     const std::string_view line = PeekLine();
-    const char* mark = EndMark();
-    if (mark != Window.End) {
-        const bool pair = *mark == '\r' && mark + 1 != Window.End && mark[1] == '\n';
-        mark += pair ? 2 : 1;
+    Window.Begin += line.size();
+    for (const char mark : {'\r', '\n'}) {
+        if (Window.Begin != Window.End && *Window.Begin == mark) {
+            ++Window.Begin;
+        }
     }
-    Window.Begin = mark;
     return line;
 }
 
@@ -117,6 +94,15 @@ namespace Files {
 bool HoldsSeparator(const std::filesystem::path& path) {
     return path.native().find(std::filesystem::path::preferred_separator) !=
            std::filesystem::path::string_type::npos;
+}
+
+bool FileExists(const std::filesystem::path& path) {
+    try {
+        const RawFile file(path);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 std::int32_t Size(const std::filesystem::path& path) {

@@ -53,20 +53,17 @@ public:
     std::string_view PeekLine();
 
 private:
-    bool Fill();
-    const char* EndMark();
-
     ByteWindow Window;
-    // The first CR and the first LF at or after Window.Begin, or Window.End. Kept, so that each is
-    // searched for only once.
-    const char* NextReturn = Window.End;
-    const char* NextFeed = Window.End;
 };
 
 namespace Files {
 
 // Whether `path` contains the platform's separator: only then is it a path and not a bare name.
 bool HoldsSeparator(const std::filesystem::path& path);
+
+// Whether `path` is a regular file that can be opened for reading now. Never throws. Waits only for
+// another program to give up a lease on the file.
+bool FileExists(const std::filesystem::path& path);
 
 // Returns the size in bytes. Throws std::system_error if there is no such file, Failure if it has
 // 2 GiB or more.

@@ -1,19 +1,6 @@
 #include "fingerprint/TurnLedger.h"
 
-#include "files/RawFile.h"
-
-#include <exception>
-
 namespace Main {
-
-bool FileExists(const std::filesystem::path& path) {
-    try {
-        const RawFile file(path);
-        return true;
-    } catch (const std::exception&) {
-        return false;
-    }
-}
 
 int FindTurnRecord(const KillLedger& ledger, std::int32_t fileLength,
                    std::string_view fingerprint) {

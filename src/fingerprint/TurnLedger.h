@@ -3,14 +3,9 @@
 #include "ledger/KillLedger.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <string_view>
 
 namespace Main {
-
-// Whether `path` is a regular file that can be opened for reading now. Never throws. Waits only for
-// another program to give up a lease on the file.
-bool FileExists(const std::filesystem::path& path);
 
 // Returns the highest slot of the imported turns with this length in bytes and this fingerprint, or
 // 0 if there is none.

@@ -1,7 +1,6 @@
 #include "fingerprint/modHashing.h"
 
 #include "files/Files.h"
-#include "fingerprint/TurnLedger.h"
 #include "fingerprint/modMD5.h"
 
 #include <algorithm>
@@ -22,7 +21,7 @@ void ShowFailure(const Desktop& desktop, const std::error_code& failure) {
 std::string HashFile(const Desktop& desktop, const std::filesystem::path& path,
                      std::int32_t byteLimit) {
     try {
-        if (!Main::FileExists(path)) {
+        if (!Files::FileExists(path)) {
             return "";
         }
         const std::int32_t limit = std::clamp(byteLimit, 0, LeadingBytesCap);
