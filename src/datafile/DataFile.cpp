@@ -2,7 +2,6 @@
 
 #include "datafile/FieldReader.h"
 #include "files/FileReplacement.h"
-#include "text/Text.h"
 
 #include <charconv>
 #include <string>
@@ -127,7 +126,7 @@ bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path) {
         return false; // without reading all of a first field of any length
     }
     const string_view mark = fields.ReadText();
-    if (mark.size() <= AnyFormatMark.size() || !::Text::Begins(mark, AnyFormatMark)) {
+    if (mark.size() <= AnyFormatMark.size() || !mark.starts_with(AnyFormatMark)) {
         return false;
     }
     const auto read = [&fields](auto& number) {

@@ -44,7 +44,7 @@ bool IsApproachLine(string_view line) {
              at = line.find(opening, at + 1)) {
             const string_view rest = line.substr(at);
             if (std::any_of(ApproachPhrases.begin(), ApproachPhrases.end(),
-                            [rest](string_view phrase) { return Text::Begins(rest, phrase); })) {
+                            [rest](string_view phrase) { return rest.starts_with(phrase); })) {
                 return true;
             }
         }
@@ -102,10 +102,10 @@ void ScanLine(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, const Des
         scan.CrowdFlag = false;
     }
     const string_view trimmed = Text::Trim(line);
-    if (Text::Begins(trimmed, "Party#")) {
+    if (trimmed.starts_with("Party#")) {
         PartyGate(scan, ledger, window, trimmed);
     }
-    if (Text::Begins(trimmed, "Turn# ")) {
+    if (trimmed.starts_with("Turn# ")) {
         TurnGate(scan, ledger, desktop, trimmed);
     }
     const std::size_t ColonPosition = Text::Position(line, Colon);

@@ -18,21 +18,19 @@ inline bool IsDigit(char c) {
 inline bool Contains(std::string_view text, std::string_view sought) {
     return text.find(sought) != std::string_view::npos;
 }
-inline bool Begins(std::string_view text, std::string_view start) {
-    return text.starts_with(start);
-}
 
 // Position of the first `sought`, or 0.
 inline std::size_t Position(std::string_view text, std::string_view sought) {
     return text.find(sought) + 1; // npos + 1 is 0
 }
 
-// The text before `position`; the whole text if it ends earlier.
+// The text before `position`; the whole text if it ends earlier, or for position 0.
 inline std::string_view Before(std::string_view text, std::size_t position) {
     return text.substr(0, position - 1);
 }
 
-// The text from `position` on; empty if the text ends earlier.
+// The text from `position` on; empty if the text ends earlier. Throws std::out_of_range for
+// position 0.
 inline std::string_view From(std::string_view text, std::size_t position) {
     return position > text.size() ? std::string_view{} : text.substr(position - 1);
 }
