@@ -3,7 +3,6 @@
 #include "controls/Desktop.h"
 #include "datafile/FileCommands.h"
 #include "import/ImportCommands.h"
-#include "ui/AboutWindow.h"
 #include "ui/ClipboardReport.h"
 #include "ui/ListEvents.h"
 #include "ui/ListViews.h"

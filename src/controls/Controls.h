@@ -113,7 +113,7 @@ struct Line {
 
 struct Image {
     Place At;
-    std::string Own;               // the bytes of a GIF file, shown if Picture is not one
+    std::string BuiltIn;           // the name of a GIF resource, shown if Picture is no GIF
     Property<std::string> Picture; // the bytes of a GIF file
     std::function<void()> Click;
 };

@@ -207,14 +207,12 @@ private:
         PlaceAt(widget, image.At);
         widget->setAccessibleName(windowTitle());
         widget->setScaledContents(true);
-        const auto read = [](QPixmap& picture, const std::string& bytes) {
-            return picture.loadFromData(QByteArray::fromStdString(bytes), "GIF");
-        };
+        const QString builtIn = ":/" + Translate::ToScreen(image.BuiltIn);
         Translate::Follow(image.Picture, widget,
-                          [&image, read](QLabel* shown, const std::string& bytes) {
+                          [builtIn](QLabel* shown, const std::string& bytes) {
                               QPixmap picture;
-                              if (!read(picture, bytes)) {
-                                  read(picture, image.Own);
+                              if (!picture.loadFromData(QByteArray::fromStdString(bytes), "GIF")) {
+                                  picture.load(builtIn);
                               }
                               shown->setPixmap(picture);
                           });

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "ledger/KillLedger.h"
+#include "ui/Slaying_Tallies.h"
 
 // The about window: its controls with their places (left, top, width, height, in twips) and
-// captions. No logic.
+// captions, and its two events.
 struct frmAbout {
     frmAbout();
-
-    // The built-in picture, the bytes of a GIF file.
-    static const std::string& OwnPicture();
 
     static constexpr Alignment Center = Alignment::Center;
     static constexpr const char* Font = "MS Sans Serif";
@@ -16,7 +15,7 @@ struct frmAbout {
     Form Window;
 
     Frame Frame1{.At = {0, 0, 6000, 6600}};
-    Image Picture1{.At = {0, 0, 6000, 4500}, .Own = OwnPicture()};
+    Image Picture1{.At = {0, 0, 6000, 4500}, .BuiltIn = "marrowquill.gif"};
     Label Label1{{150, 4515, 5745, 435}, "Marrowquill's Slaying Tallies", Center, 18, Font};
     Label Label2{{150, 4935, 5745, 330}, "Version 0.6b", Center, 12, Font};
     Label Label4{{150, 5250, 5745, 330}, "(16th June 2004)", Center, 9.75, Font};
@@ -26,3 +25,14 @@ struct frmAbout {
                  13.5,
                  Font};
 };
+
+namespace Main {
+
+// Runs each time the window opens. Loads graphics/marrowquill.gif from the folder of the program;
+// if that is missing or not a picture, the built-in picture is shown.
+void frmAbout_Load(const KillLedger& ledger, frmAbout& about, const Desktop& desktop);
+
+// Runs each time the window closes. Enables the main window if it is disabled.
+void frmAbout_Unload(Slaying_Tallies& window);
+
+} // namespace Main
