@@ -37,10 +37,10 @@ public:
         // Nobody reads more, and the view would measure and lay out megabytes at each repaint.
         constexpr std::size_t longest = 1000; // characters
         if (role == Qt::TextAlignmentRole) {
-            return AlignmentOf(index.column());
+            return headerData(index.column(), Qt::Horizontal, role);
         }
         // There may be fewer rows than at the last restart.
-        if (role != Qt::DisplayRole || index.row() >= List.Count()) {
+        if (role != Qt::DisplayRole || !index.isValid() || index.row() >= List.Count()) {
             return {};
         }
         const ListItem& row = List.Item(index.row() + 1);
@@ -48,22 +48,18 @@ public:
         const std::string& text = column == 0 ? row.Text : row.ListSubItems.at(column - 1).Text;
         return Translate::ToScreen(std::string_view(text).substr(0, longest));
     }
-    QVariant headerData(int section, Qt::Orientation /*orientation*/, int role) const override {
-        if (role == Qt::TextAlignmentRole) {
-            return AlignmentOf(section);
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
+        if (orientation != Qt::Horizontal || section < 0 || section >= columnCount({})) {
+            return {};
         }
-        return role == Qt::DisplayRole ? Translate::ToScreen(Header(section).Text) : QVariant();
+        const ColumnHeader& header = List.ColumnHeaders[static_cast<std::size_t>(section)];
+        if (role == Qt::TextAlignmentRole) {
+            return static_cast<int>(Translate::ToScreen(header.Align.Get()) | Qt::AlignVCenter);
+        }
+        return role == Qt::DisplayRole ? Translate::ToScreen(header.Text) : QVariant();
     }
 
 private:
-    const ColumnHeader& Header(int section) const {
-        return List.ColumnHeaders.at(static_cast<std::size_t>(section));
-    }
-    QVariant AlignmentOf(int section) const {
-        return static_cast<int>(Translate::ToScreen(Header(section).Align.Get()) |
-                                Qt::AlignVCenter);
-    }
-
     const ListView& List;
     int Rows = 0; // as of the last restart
 };
