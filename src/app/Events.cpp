@@ -5,21 +5,19 @@
 #include "import/ImportCommands.h"
 #include "ui/ClipboardReport.h"
 #include "ui/ListEvents.h"
-#include "ui/ListViews.h"
 #include "ui/NumberBoxes.h"
 #include "ui/StatusRule.h"
 
 #include <exception>
+#include <span>
 
 namespace Main {
 namespace {
 
-void AddColumns(ListView& list, const char* nameHeader) {
-    list.ColumnHeaders.push_back({nameHeader});
-    list.ColumnHeaders.push_back({"Kills"});
-    list.Column(1).Width = NameColumnWidth;
-    list.Column(2).Width = KillsColumnWidth;
-    list.Column(2).Align = Alignment::Right;
+void AddColumns(ListView& list, std::span<const ListColumn> columns) {
+    for (const ListColumn& column : columns) {
+        list.ColumnHeaders.push_back({column.Header, column.Width, column.Align});
+    }
 }
 
 } // namespace
@@ -29,8 +27,8 @@ void Form_Load(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
     ledger.ApplicationPath = desktop.AppPath();
     ledger.DataChanged = 0;
     about.Window.Show();
-    AddColumns(window.lstCharacters, "Character Name");
-    AddColumns(window.lstMonsters, "Monster Name");
+    AddColumns(window.lstCharacters, Slaying_Tallies::CharacterColumns);
+    AddColumns(window.lstMonsters, Slaying_Tallies::MonsterColumns);
 }
 
 void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,

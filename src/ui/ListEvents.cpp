@@ -3,7 +3,6 @@
 #include "controls/Desktop.h"
 #include "ledger/Corrections.h"
 #include "ledger/MonsterNames.h"
-#include "ui/ListSorter.h"
 #include "ui/ListViews.h"
 
 #include <exception>
@@ -38,8 +37,10 @@ void DeleteSelectedKills(KillLedger& ledger, Slaying_Tallies& window, const Desk
 
 void lstCharacters_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
     ShowSelectedCharacter(ledger, window, desktop);
-    window.lstMonsters.Column(1).Width = NameColumnWidth;
-    window.lstMonsters.Column(2).Width = KillsColumnWidth;
+    int number = 0;
+    for (const ListColumn& column : Slaying_Tallies::MonsterColumns) {
+        window.lstMonsters.Column(++number).Width = column.Width;
+    }
 }
 
 void lstCharacters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop,
@@ -70,7 +71,7 @@ void lstMonsters_KeyUp(KillLedger& ledger, Slaying_Tallies& window, const Deskto
 void lstCharacters_ColumnClick(Slaying_Tallies& window, const Desktop& desktop, int column) {
     bool& ascending = window.SortAscending.at(static_cast<std::size_t>(column) - 1);
     ascending = !ascending;
-    SortListView(desktop, window.lstCharacters, column, CharacterSortKind(column), ascending);
+    SortCharacters(window, desktop, column, ascending);
 }
 
 } // namespace Main

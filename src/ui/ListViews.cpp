@@ -6,13 +6,14 @@ namespace Main {
 namespace {
 
 void AddRow(ListView& list, const std::string& name, std::int32_t kills) {
-    list.Add(name).ListSubItems[0].Text = Numbers::NumberText(kills);
+    list.Add(name).ListSubItems.at(0).Text = Numbers::NumberText(kills);
 }
 
 } // namespace
 
-SortKind CharacterSortKind(int column) {
-    return column == 1 ? SortText : SortNumber;
+void SortCharacters(Slaying_Tallies& window, const Desktop& desktop, int column, bool ascending) {
+    const auto& sorted = Slaying_Tallies::CharacterColumns.at(static_cast<std::size_t>(column) - 1);
+    SortListView(desktop, window.lstCharacters, column, sorted.Sort, ascending);
 }
 
 void FillCharacterList(const KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop) {
@@ -33,8 +34,7 @@ void FillCharacterList(const KillLedger& ledger, Slaying_Tallies& window, const 
     }
     FillMonsterList(ledger, window, firstSlot);
     if (list.Sorted()) {
-        const int column = list.SortKey + 1;
-        SortListView(desktop, list, column, CharacterSortKind(column), list.SortOrder == 0);
+        SortCharacters(window, desktop, list.SortKey + 1, list.SortOrder == 0);
     }
 }
 

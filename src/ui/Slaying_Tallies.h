@@ -1,8 +1,17 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "ui/ListSorter.h"
 
 #include <array>
+
+// A column of a list.
+struct ListColumn {
+    const char* Header;
+    int Width; // twips
+    Alignment Align = Alignment::Left;
+    Main::SortKind Sort = Main::SortText; // by a click on the header, in lstCharacters only
+};
 
 // The main window: its controls with their places (left, top, width, height, in twips, inside their
 // frame) and captions, from the top down. No logic.
@@ -51,6 +60,12 @@ struct Slaying_Tallies {
     Menu mnuHelp{.Caption = "Help"};
     Menu mnuHelpAbout{.Parent = &mnuHelp, .Caption = "&About Report Digest"};
 
+    // The columns of lstCharacters and of lstMonsters, from the left.
+    static constexpr auto CharacterColumns = std::to_array<ListColumn>(
+        {{"Character Name", 2300}, {"Kills", 800, Alignment::Right, Main::SortNumber}});
+    static constexpr auto MonsterColumns =
+        std::to_array<ListColumn>({{"Monster Name", 2300}, {"Kills", 800, Alignment::Right}});
+
     // For each column of lstCharacters: whether the last header click sorted it in ascending order.
-    std::array<bool, 2> SortAscending{};
+    std::array<bool, CharacterColumns.size()> SortAscending{};
 };
