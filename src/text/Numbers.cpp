@@ -109,10 +109,7 @@ std::string PlainDigits(double value) {
 }
 
 std::string NumberText(std::int32_t value) {
-    std::array<char, 12> digits{' '};
-    char* const first = digits.data() + (value < 0 ? 0 : 1);
-    const auto [end, error] = std::to_chars(first, digits.data() + digits.size(), value);
-    return {digits.data(), end};
+    return (value < 0 ? "" : " ") + std::to_string(value);
 }
 
 } // namespace Numbers

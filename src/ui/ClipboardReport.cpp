@@ -3,8 +3,6 @@
 #include "controls/Desktop.h"
 #include "ui/StatusRule.h"
 
-#include <array>
-#include <charconv>
 #include <string>
 #include <string_view>
 
@@ -21,9 +19,7 @@ void Append(std::string& report, string_view text) {
 }
 
 void Append(std::string& report, int number) {
-    std::array<char, 12> digits; // NOLINT(*-member-init): to_chars fills it
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    report.append(digits.data(), end);
+    report += std::to_string(number);
 }
 
 template <class... Pieces>
