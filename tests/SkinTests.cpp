@@ -228,7 +228,11 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsedAndReadable) {
 }
 
 TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
+    using Tester = QAbstractItemModelTester;
+    const Tester tester(Characters->model(), Tester::FailureReportingMode::Fatal);
     FillLists();
+    auto* const table = QAccessible::queryAccessibleInterface(Characters)->tableInterface();
+    EXPECT_EQ(table->columnDescription(2) + table->rowDescription(0), "") << "no such headers";
     QHeaderView* const header = Characters->header();
     Window->setAttribute(Qt::WA_KeyboardFocusChange); // as the Tab key does
     const auto framed = [&] {
