@@ -57,13 +57,8 @@ private:
     static_assert(MaxMonsters * LongestNumberLine <= Capacity, "the buffer holds a row of kills");
 
     static char* PutNumber(char* next, std::int32_t value) {
-        const auto positive = static_cast<std::uint32_t>(value);
-        if (positive == 0) { // nearly all numbers; a branch costs less than waiting for the digits
+        if (value == 0) { // nearly all numbers
             *next++ = '0';
-        } else if (positive <= 99) { // one or two digits, without a branch
-            *next = static_cast<char>('0' + positive / 10);
-            next += positive > 9 ? 1 : 0;
-            *next++ = static_cast<char>('0' + positive % 10);
         } else {
             next = std::to_chars(next, next + LongestNumberLine, value).ptr;
         }

@@ -11,8 +11,24 @@
 
 namespace {
 
-bool IsLineEnd(char c) {
-    return c == '\r' || c == '\n';
+const char* Find(const char* begin, const char* end, char sought) {
+    const void* const found = std::memchr(begin, sought, static_cast<std::size_t>(end - begin));
+    return found != nullptr ? static_cast<const char*>(found) : end;
+}
+
+// Returns the first CR or LF, or `end`. Searches in pieces: among lines that end in CR alone, the
+// search for LF would otherwise run far ahead, once for each line.
+const char* FindLineEnd(const char* begin, const char* end) {
+    constexpr std::ptrdiff_t piece = 256;
+    while (begin != end) {
+        const char* const pieceEnd = begin + std::min(piece, end - begin);
+        const char* const mark = Find(begin, Find(begin, pieceEnd, '\n'), '\r');
+        if (mark != pieceEnd) {
+            return mark;
+        }
+        begin = pieceEnd;
+    }
+    return end;
 }
 
 void RequireLength(std::size_t length) {
@@ -70,7 +86,7 @@ std::string_view LineReader::PeekLine() {
     std::size_t length = 0;
     const char* mark = nullptr;
     do {
-        mark = std::find_if(Window.Begin + length, Window.End, IsLineEnd);
+        mark = FindLineEnd(Window.Begin + length, Window.End);
         length = static_cast<std::size_t>(mark - Window.Begin);
         // A CR at the end of the window may have its LF still in the file.
     } while ((mark == Window.End || (*mark == '\r' && mark + 1 == Window.End)) && Window.Fill());
