@@ -3,8 +3,8 @@
 #include "text/CodePage.h"
 
 #include <algorithm>
-#include <numeric>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -76,28 +76,22 @@ void ListView::SetSorted(bool on) {
         return;
     }
     Rows.resize(RowCount);
-    std::vector<std::pair<std::string, std::string>> keys(RowCount);
-    std::transform(Rows.begin(), Rows.end(), keys.begin(), [this](const ListItem& row) {
-        return CodePage::SortKey(CellText(row, SortKey));
-    });
-    std::vector<std::size_t> order(RowCount);
-    std::iota(order.begin(), order.end(), std::size_t{0});
+    using Key = decltype(CodePage::SortKey({}));
+    std::vector<std::pair<Key, int>> order; // and the number of the row by now
+    for (int number = 1; number <= Count(); ++number) {
+        order.emplace_back(CodePage::SortKey(CellText(Rows[Index(number)], SortKey)), number);
+    }
     const bool descending = SortOrder != 0;
-    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
-        return descending ? keys[b] < keys[a] : keys[a] < keys[b];
+    std::stable_sort(order.begin(), order.end(), [descending](const auto& a, const auto& b) {
+        return descending ? b.first < a.first : a.first < b.first;
     });
-
     std::vector<ListItem> sorted;
-    sorted.reserve(RowCount);
-    int selected = 0;
-    for (const std::size_t from : order) {
-        sorted.push_back(std::move(Rows[from]));
-        if (static_cast<int>(from) + 1 == Selected) {
-            selected = static_cast<int>(sorted.size());
-        }
+    const int selected = std::exchange(Selected, 0);
+    for (const auto& [key, number] : order) {
+        sorted.push_back(std::move(Rows[Index(number)]));
+        Selected = number == selected ? static_cast<int>(sorted.size()) : Selected;
     }
     Rows = std::move(sorted);
-    Selected = selected;
     Raise(RowsChanged);
 }
 

@@ -1,6 +1,5 @@
 #include "files/Files.h"
 
-#include "text/CodePage.h"
 #include "text/Failure.h"
 
 #include <algorithm>
@@ -37,16 +36,12 @@ void RequireLength(std::size_t length) {
     }
 }
 
-// Limits how much is read before a piece that is too long is noticed.
-constexpr std::size_t LargestRead = std::size_t{1} << 20;
-
 } // namespace
 
 ByteWindow::ByteWindow(const std::filesystem::path& path)
     : File(path),
-      Capacity(std::size_t{32} << 10),
-      Buffer(std::make_unique_for_overwrite<Bytes>(Capacity)) {
-    Begin = Buffer.get();
+      Buffer(std::size_t{32} << 10) {
+    Begin = Buffer.data();
     End = Begin;
 }
 
@@ -57,20 +52,15 @@ bool ByteWindow::Fill() {
     }
     const auto kept = static_cast<std::size_t>(End - Begin);
     RequireLength(kept);
-    if (kept == Capacity) {
-        auto larger = std::make_unique_for_overwrite<Bytes>(Capacity * 2);
-        std::memcpy(larger.get(), Begin, kept);
-        Buffer = std::move(larger);
-        Capacity *= 2;
-    } else if (Begin != Buffer.get()) {
-        std::memmove(Buffer.get(), Begin, kept);
+    std::memmove(Buffer.data(), Begin, kept);
+    if (kept == Buffer.size()) {
+        Buffer.resize(kept * 2);
     }
-    Begin = Buffer.get();
-    char* const free = Buffer.get() + kept;
-    End = free;
-    const std::size_t read = File.Read({free, std::min(Capacity - kept, LargestRead)});
-    Exhausted = read == 0;
+    Begin = Buffer.data();
+    End = Begin + kept;
+    const std::size_t read = File.Read(std::span(Buffer).subspan(kept));
     End += read;
+    Exhausted = read == 0;
     return !Exhausted;
 }
 

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,11 +26,8 @@ public:
     const char* End;
 
 private:
-    using Bytes = char[]; // NOLINT(modernize-avoid-c-arrays): a buffer that is not cleared
-
     RawFile File;
-    std::size_t Capacity;
-    std::unique_ptr<Bytes> Buffer;
+    std::vector<char> Buffer;
     bool Exhausted = false;
 };
 

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QSettings>
 #include <QTimer>
@@ -22,15 +23,6 @@
 #include <memory>
 
 namespace {
-
-// Shows an arrow as the pointer, also while a command shows the hourglass.
-class ArrowPointer {
-public:
-    ArrowPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
-    ~ArrowPointer() { QApplication::restoreOverrideCursor(); }
-    ArrowPointer(const ArrowPointer&) = delete;
-    ArrowPointer& operator=(const ArrowPointer&) = delete;
-};
 
 // Repaints what a closed box has covered, while keys and clicks wait: a command that goes on from
 // here draws nothing but its status until it ends.
@@ -141,7 +133,8 @@ private:
 };
 
 Answer ShowMessage(const Message& message) {
-    const ArrowPointer arrow;
+    QApplication::setOverrideCursor(Qt::ArrowCursor); // also while a command shows the hourglass
+    const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     const bool question = message.Choice == Buttons::YesNo;
     auto box =
         std::make_unique<MessageBox>(ToScreen(message.Sign), Translate::ToScreen(message.Title),

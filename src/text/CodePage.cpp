@@ -52,12 +52,9 @@ constexpr auto Families = std::to_array<Family>({
     {"z", "\x8E\x9E"},
 });
 
-// The two halves of a character that takes two UTF-16 units.
-bool IsLeadingSurrogate(char16_t unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsTrailingSurrogate(char16_t unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
+// Whether two UTF-16 units are one character.
+bool IsPair(char16_t first, char16_t second) {
+    return first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
 }
 
 } // namespace
@@ -74,7 +71,7 @@ std::string FromUnicode(std::u16string_view text) {
     bytes.reserve(text.size());
     char16_t before = 0;
     for (const char16_t unit : text) {
-        if (!(IsLeadingSurrogate(before) && IsTrailingSurrogate(unit))) {
+        if (!IsPair(before, unit)) {
             bytes.push_back(Byte(unit));
         }
         before = unit;
