@@ -14,9 +14,6 @@ namespace {
 
 using std::string_view;
 
-// Every approach phrase begins with one of these. Searching for two words that are rare in prose is
-// faster than searching for fourteen phrases.
-constexpr std::array<string_view, 2> ApproachOpenings = {"As ", "When "};
 constexpr std::array<string_view, 14> ApproachPhrases = {
     "As they got nearer",    "As we got nearer",   "As they got closer",    "As we got closer",
     "As they approached",    "As we approached",   "As they drew closer",   "As we drew closer",
@@ -38,27 +35,17 @@ constexpr string_view Killing = "killing";
 constexpr string_view Colon = ":";
 constexpr int MaxLookAheads = 25; // without a message
 
-bool IsApproachLine(string_view line) {
-    for (const string_view opening : ApproachOpenings) {
-        for (std::size_t at = line.find(opening); at != string_view::npos;
-             at = line.find(opening, at + 1)) {
-            const string_view rest = line.substr(at);
-            if (std::any_of(ApproachPhrases.begin(), ApproachPhrases.end(),
-                            [rest](string_view phrase) { return rest.starts_with(phrase); })) {
-                return true;
-            }
-        }
-    }
-    return false;
+template <class Phrases>
+bool ContainsAny(string_view line, const Phrases& phrases) {
+    return std::any_of(phrases.begin(), phrases.end(),
+                       [line](string_view phrase) { return Text::Contains(line, phrase); });
 }
 
 // A kill sentence goes on over all lines but those that are blank or contain ":", "killing" or a
 // stop phrase.
 bool IsContinuation(string_view line) {
     return !Text::Contains(line, Colon) && !Text::Contains(line, Killing) &&
-           !Text::Trim(line).empty() &&
-           std::none_of(StopPhrases.begin(), StopPhrases.end(),
-                        [line](string_view phrase) { return Text::Contains(line, phrase); });
+           !Text::Trim(line).empty() && !ContainsAny(line, StopPhrases);
 }
 
 // Joins the current line and the continuation lines after it. The line that ends the sentence stays
@@ -98,7 +85,7 @@ void ScanLine(Scan& scan, KillLedger& ledger, Slaying_Tallies& window, const Des
     if (Text::Contains(line, "crowd")) {
         scan.CrowdFlag = true;
     }
-    if (IsApproachLine(line)) {
+    if (scan.CrowdFlag && ContainsAny(line, ApproachPhrases)) { // few lines need the phrases
         scan.CrowdFlag = false;
     }
     const string_view trimmed = Text::Trim(line);
