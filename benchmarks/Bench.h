@@ -52,11 +52,17 @@ inline void Require(bool holds, std::string_view what) {
 
 // What floors are made of: the system's own calls, and plain loops.
 
+// Opens a file for reading and returns its number.
+inline int Open(const std::filesystem::path& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    Require(file >= 0, "a file that cannot be opened");
+    return file;
+}
+
 // Reads a file to its end into `buffer`, again and again, and passes each piece to `visit`.
 template <class Visit>
 void Read(const std::filesystem::path& path, std::string& buffer, Visit visit) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    Require(file >= 0, "a file that cannot be opened");
+    const int file = Open(path);
     ssize_t count = 0;
     while ((count = ::read(file, buffer.data(), buffer.size())) > 0) {
         visit(std::string_view(buffer.data(), static_cast<std::size_t>(count)));
