@@ -54,11 +54,16 @@ QMessageBox::Icon ToScreen(Icon sign) {
     }
 }
 
-// Runs a dialog to its end and returns what `read` makes of it.
+// Runs a dialog to its end and returns what `read` makes of it. The window under it gets the
+// keyboard back, also without a window manager.
 template <class Dialog, class Read>
 auto Run(std::unique_ptr<Dialog> dialog, Read read) {
+    QWidget* const under = dialog->parentWidget();
     const auto result = read(*dialog, dialog->exec());
     dialog.reset();
+    if (under != nullptr) {
+        under->activateWindow();
+    }
     LetWindowsShow();
     return result;
 }

@@ -298,6 +298,13 @@ void FormRenderer::Follow() {
             Shown = nullptr;
             gone->close();
             gone->deleteLater();
+            // Without a window manager, nobody else gives the keyboard to another window.
+            for (QWidget* const window : QApplication::topLevelWidgets()) {
+                if (dynamic_cast<FormWindow*>(window) != nullptr && window != gone &&
+                    window->isVisible() && !window->isMinimized()) {
+                    window->activateWindow();
+                }
+            }
         }
         return;
     }
