@@ -154,7 +154,9 @@ private:
                 for (const char character : typed) {
                     Raise(box.KeyPress, int{static_cast<unsigned char>(character)});
                     if (character == KeyEnter) {
-                        widget->setCursorPosition(0);
+                        // From its end, so that a long number can be read from its beginning.
+                        const int length = static_cast<int>(widget->text().size());
+                        widget->setSelection(length, -length);
                     }
                 }
             } else if (event.type() == QEvent::ToolTip) {
