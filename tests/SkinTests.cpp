@@ -267,11 +267,13 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
 TEST_F(Skin, ShowsCutCellsInTooltipsAndByScrolling) {
     const std::string longName = "<b>" + std::string(2000, 'x');
     FillLists({"Aron", longName});
-    EXPECT_EQ(Tallies->MainWindow.lstCharacters.Item(2).Text, longName);
     const QString capped = Characters->model()->index(1, 0).data().toString();
     EXPECT_EQ(capped.size(), 1000);
-    EXPECT_TRUE(TipAt(Characters->viewport(), Cell(Characters, 1).center())
-                    .contains('>' + capped.toHtmlEscaped() + '<'));
+    const QString tip = TipAt(Characters->viewport(), Cell(Characters, 1).center());
+    EXPECT_TRUE(QString(tip).remove(u'\u200B').contains('>' + capped.toHtmlEscaped() + '<'));
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+        EXPECT_LE(window->width(), Window->screen()->size().width());
+    }
     EXPECT_EQ(TipAt(Characters->viewport(), Cell(Characters, 0).center()), "");
     for (QTreeView* const list : {Characters, Monsters}) {
         const auto* const bar = list->horizontalScrollBar();
