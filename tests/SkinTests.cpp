@@ -215,6 +215,8 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsedAndReadable) {
                 EXPECT_GE(list->columnWidth(column), list->sizeHintForIndex(cell).width());
             }
             EXPECT_GE(list->viewport()->width(), list->header()->length());
+            const auto* const places = dialog->findChild<QListView*>("sidebar");
+            EXPECT_FALSE(places->horizontalScrollBar()->isVisible());
             EXPECT_TRUE(size.isEmpty() || dialog->size() == size);
             dialog->resize(dialog->size() + QSize(3, 2));
             size = dialog->size();
