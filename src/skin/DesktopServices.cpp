@@ -88,7 +88,7 @@ protected:
         if (auto* const label = findChild<QLabel*>("qt_msgbox_label")) {
             label->setWordWrap(true);
             label->setFixedWidth(BalancedWidth(label->fontMetrics(), text()));
-            const int width = layout()->totalMinimumSize().width();
+            const int width = std::max(layout()->totalMinimumSize().width(), TitleWidth());
             setFixedSize(width, layout()->totalHeightForWidth(width));
             adjustPosition(parentWidget());
         }
@@ -113,6 +113,13 @@ private:
         }
         const int longestWord = metrics.boundingRect(0, 0, 1, 0, Qt::TextWordWrap, text).width();
         return std::max(width, longestWord) + spare;
+    }
+
+    // Returns a width in which no window manager cuts the title. Its font is often bold and larger
+    // than the program's, and an icon and three buttons may be next to it.
+    int TitleWidth() const {
+        return fontMetrics().horizontalAdvance(windowTitle()) * 3 / 2 +
+               4 * style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
     }
 
     QRegion SelectedRows() const {
