@@ -187,7 +187,7 @@ private:
             widget = border;
         } else {
             widget = new QGroupBox(Translate::ToScreen(frame.Caption), parent);
-            constexpr int indent = 105; // twips
+            constexpr int indent = 75; // twips, as the labels in the frame
             auto* const style = new FrameStyle(Pixels.Length(indent));
             style->setParent(widget);
             widget->setStyle(style);
