@@ -380,7 +380,6 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
         };
         EXPECT_TRUE(WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); }, reply));
     }
-    QCoreApplication::processEvents();
     const auto wide = [](QWidget* box) {
         EXPECT_GT(box->width(), box->fontMetrics().horizontalAdvance(box->windowTitle()));
         box->close();
@@ -419,7 +418,6 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
         }
         EXPECT_EQ(shown(), nullptr);
         EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         Entry(1, 0)->trigger();
         EXPECT_TRUE(QTest::qWaitForWindowActive(shown()));
     }
