@@ -121,7 +121,7 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
         EXPECT_NEAR(edge(0), edge(1), 4) << "the last column has a right edge, too";
     }
     QWidget* const frame = Characters->parentWidget();
-    const QImage corner = frame->grab(QRect(QPoint(), QSize(6, 9) * pixels)).toImage();
+    const QImage corner = frame->grab(QRect(QPoint(), QSize(5, 9) * pixels)).toImage();
     QImage blank = corner;
     blank.fill(corner.pixelColor(0, 0));
     EXPECT_TRUE(corner == blank || !IsOffscreen()) << "the title begins where its contents do";
@@ -215,6 +215,8 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsedAndReadable) {
                 EXPECT_GE(list->columnWidth(column), list->sizeHintForIndex(cell).width());
             }
             EXPECT_GE(list->viewport()->width(), list->header()->length());
+            const auto* const places = dialog->findChild<QListView*>("sidebar");
+            EXPECT_FALSE(places->horizontalScrollBar()->isVisible());
             EXPECT_TRUE(size.isEmpty() || dialog->size() == size);
             dialog->resize(dialog->size() + QSize(3, 2));
             size = dialog->size();
@@ -271,11 +273,13 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeysWithTheArrowToTell) {
 TEST_F(Skin, ShowsCutCellsInTooltipsAndByScrolling) {
     const std::string longName = "<b>" + std::string(2000, 'x');
     FillLists({"Aron", longName});
-    EXPECT_EQ(Tallies->MainWindow.lstCharacters.Item(2).Text, longName);
     const QString capped = Characters->model()->index(1, 0).data().toString();
     EXPECT_EQ(capped.size(), 1000);
-    EXPECT_TRUE(TipAt(Characters->viewport(), Cell(Characters, 1).center())
-                    .contains('>' + capped.toHtmlEscaped() + '<'));
+    const QString tip = TipAt(Characters->viewport(), Cell(Characters, 1).center());
+    EXPECT_TRUE(QString(tip).remove(u'\u200B').contains('>' + capped.toHtmlEscaped() + '<'));
+    for (const QWidget* const window : QApplication::topLevelWidgets()) {
+        EXPECT_LE(window->width(), Window->screen()->size().width());
+    }
     EXPECT_EQ(TipAt(Characters->viewport(), Cell(Characters, 0).center()), "");
     for (QTreeView* const list : {Characters, Monsters}) {
         const auto* const bar = list->horizontalScrollBar();
@@ -294,9 +298,9 @@ TEST_F(Skin, ShowsALongNumberFromItsStart) {
     auto* const box = Window->findChildren<QLineEdit*>().constLast();
     box->setFocus();
     for (const Qt::Key commit : {Qt::Key_Return, Qt::Key_Backtab}) {
-        box->clear();
-        QTest::keyClicks(box, "32767.5");
+        QTest::keyClicks(box, "0032767.5");
         QTest::keyClick(box, commit);
+        EXPECT_EQ(box->text(), "32767.5") << "the second number replaces the first";
         EXPECT_EQ(box->cursorPosition(), 0);
     }
     box->setText(QString(40'000, '1'));
@@ -380,9 +384,12 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
         };
         EXPECT_TRUE(WithBox([&] { QTest::keyClick(Characters, Qt::Key_Delete); }, reply));
     }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(Rows(Characters).size(), 10);
-    EXPECT_EQ(Rows(Characters).indexOf("Jon 16"), -1);
+    const auto wide = [](QWidget* box) {
+        EXPECT_GT(box->width(), box->fontMetrics().horizontalAdvance(box->windowTitle()));
+        box->close();
+    };
+    EXPECT_TRUE(WithBox([&] { Tallies->Services.ShowMessage({"?"}); }, wide));
+    EXPECT_FALSE(Rows(Characters).contains("Jon 16"));
     qApp->setStyleSheet({});
 }
 
@@ -414,7 +421,7 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
             QTest::keyClick(active, Qt::Key_Escape);
         }
         EXPECT_EQ(shown(), nullptr);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(Window));
         Entry(1, 0)->trigger();
         EXPECT_TRUE(QTest::qWaitForWindowActive(shown()));
     }
@@ -432,11 +439,9 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
         EXPECT_EQ(shown()->findChild<QLabel*>()->pixmap().size(), size);
     }
     EXPECT_TRUE(QTest::qWaitFor([&] { return !shown()->windowIcon().isNull(); }));
-    for (const QMainWindow* const window : {Window, shown()}) {
-        const auto sizes = window->windowIcon().availableSizes();
-        EXPECT_TRUE(!IsOffscreen() || sizes.contains(QSize(16, 16)));
-        EXPECT_TRUE(!IsOffscreen() || sizes.contains(QSize(256, 256)));
-    }
+    const auto sizes = shown()->windowIcon().availableSizes();
+    EXPECT_TRUE(!IsOffscreen() || sizes.contains(QSize(16, 16)));
+    EXPECT_TRUE(!IsOffscreen() || sizes.contains(QSize(256, 256)));
     Entry(0, 8)->trigger();
     EXPECT_EQ(Tallies->MainRenderer.Window(), nullptr);
     EXPECT_EQ(shown(), nullptr);

@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLayout>
+#include <QListView>
 #include <QMessageBox>
 #include <QScopeGuard>
 #include <QScreen>
@@ -46,11 +47,16 @@ QMessageBox::Icon ToScreen(Icon sign) {
     }
 }
 
-// Runs a dialog to its end and returns what `read` makes of it.
+// Runs a dialog to its end and returns what `read` makes of it. The window under it gets the
+// keyboard back, also without a window manager.
 template <class Dialog, class Read>
 auto Run(std::unique_ptr<Dialog> dialog, Read read) {
+    QWidget* const under = dialog->parentWidget();
     const auto result = read(*dialog, dialog->exec());
     dialog.reset();
+    if (under != nullptr) {
+        under->activateWindow();
+    }
     LetWindowsShow();
     return result;
 }
@@ -74,7 +80,7 @@ protected:
         if (auto* const label = findChild<QLabel*>("qt_msgbox_label")) {
             label->setWordWrap(true);
             label->setFixedWidth(BalancedWidth(label->fontMetrics(), text()));
-            const int width = layout()->totalMinimumSize().width();
+            const int width = std::max(layout()->totalMinimumSize().width(), TitleWidth());
             setFixedSize(width, layout()->totalHeightForWidth(width));
             adjustPosition(parentWidget());
         }
@@ -99,6 +105,13 @@ private:
         }
         const int longestWord = metrics.boundingRect(0, 0, 1, 0, Qt::TextWordWrap, text).width();
         return std::max(width, longestWord) + spare;
+    }
+
+    // Returns a width in which no window manager cuts the title. Its font is often bold and larger
+    // than the program's, and an icon and three buttons may be next to it.
+    int TitleWidth() const {
+        return fontMetrics().horizontalAdvance(windowTitle()) * 3 / 2 +
+               4 * style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
     }
 
     QRegion SelectedRows() const {
@@ -186,6 +199,8 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size)
         const QSize readable(130 * metrics.averageCharWidth(), 30 * metrics.lineSpacing());
         const QSize largest = box->screen()->availableSize() * 0.9;
         box->resize(size.isEmpty() ? readable.boundedTo(largest) : size);
+        auto* const places = box->findChild<QListView*>("sidebar");
+        places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
     }
     return Run(std::move(box), [&dialog, &size](const QFileDialog& closed, int result) {
         size = closed.size();

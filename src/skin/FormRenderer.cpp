@@ -154,7 +154,9 @@ private:
                 for (const char character : typed) {
                     Raise(box.KeyPress, int{static_cast<unsigned char>(character)});
                     if (character == KeyEnter) {
-                        widget->setCursorPosition(0);
+                        // From its end, so that a long number can be read from its beginning.
+                        const int length = static_cast<int>(widget->text().size());
+                        widget->setSelection(length, -length);
                     }
                 }
             } else if (event.type() == QEvent::ToolTip) {
@@ -185,7 +187,7 @@ private:
             widget = border;
         } else {
             widget = new QGroupBox(Translate::ToScreen(frame.Caption), parent);
-            constexpr int indent = 105; // twips
+            constexpr int indent = 75; // twips, as the labels in the frame
             auto* const style = new FrameStyle(Pixels.Length(indent));
             style->setParent(widget);
             widget->setStyle(style);
@@ -296,6 +298,13 @@ void FormRenderer::Follow() {
             Shown = nullptr;
             gone->close();
             gone->deleteLater();
+            // Without a window manager, nobody else gives the keyboard to another window.
+            for (QWidget* const window : QApplication::topLevelWidgets()) {
+                if (dynamic_cast<FormWindow*>(window) != nullptr && window != gone &&
+                    window->isVisible() && !window->isMinimized()) {
+                    window->activateWindow();
+                }
+            }
         }
         return;
     }

@@ -5,6 +5,7 @@
 
 #include <QPointer>
 #include <QRect>
+#include <QRegularExpression>
 #include <QString>
 
 #include <cmath>
@@ -21,8 +22,10 @@ inline std::string FromScreen(const QString& text) {
     return CodePage::FromUnicode(text.toStdU16String());
 }
 
-// A tooltip wraps only rich text. This one shows `text` as it is, whatever markup it seems to have.
-inline QString ToToolTip(const QString& text) {
+// A tooltip wraps only rich text, at blanks. This one shows `text` as it is, whatever markup it
+// seems to have, and may also break a very long word.
+inline QString ToToolTip(QString text) {
+    text.replace(QRegularExpression("(\\S{40})"), "\\1\u200B"); // a blank of no width
     return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
 }
 

@@ -24,23 +24,24 @@ struct Slaying_Tallies {
     Frame Frame1{.At = {0, 0, 6915, 5745}, .Caption = "Slaying Tallies:"};
 
     // The widths leave room for a font a fifth wider than usual.
-    Label Label1{.At = {105, 360, 900, 240}, .Caption = "Game #:"};
-    TextBox txtGame{.At = {1005, 330, 645, 300}, .TabIndex = 3};
+    Label Label1{.At = {75, 360, 900, 240}, .Caption = "Game #:"};
+    TextBox txtGame{.At = {975, 330, 690, 300}, .TabIndex = 3};
     Label Label2{.At = {1770, 360, 825, 240}, .Caption = "Party #:"};
-    TextBox txtParty{.At = {2595, 330, 645, 300}, .TabIndex = 4};
-    Label Label5{.At = {3360, 360, 1050, 240}, .Caption = "Turn Start:"};
-    TextBox txtTurnStart{.At = {4410, 330, 645, 300}, .TabIndex = 5};
-    Label Label6{.At = {5175, 360, 945, 240}, .Caption = "Turn End:"};
-    TextBox txtTurnEnd{.At = {6120, 330, 645, 300}, .TabIndex = 6};
+    TextBox txtParty{.At = {2595, 330, 690, 300}, .TabIndex = 4};
+    Label Label5{.At = {3390, 360, 1050, 240}, .Caption = "Turn Start:"};
+    TextBox txtTurnStart{.At = {4440, 330, 690, 300}, .TabIndex = 5};
+    Label Label6{.At = {5235, 360, 960, 240}, .Caption = "Turn End:"};
+    TextBox txtTurnEnd{.At = {6195, 330, 690, 300}, .TabIndex = 6};
 
-    Label Label3{.At = {60, 660, 3375, 225}, .Caption = "Characters:"};
-    Label Label4{.At = {3480, 660, 3375, 225}, .Caption = "Monster Kills:"};
-    ListView lstCharacters{{45, 885, 3405, 4455}, 0};
-    ListView lstMonsters{{3465, 885, 3405, 4455}, 1};
+    // The headings begin where the texts in their lists do.
+    Label Label3{.At = {75, 660, 3360, 225}, .Caption = "Characters:"};
+    Label Label4{.At = {3525, 660, 3360, 225}, .Caption = "Monster Kills:"};
+    ListView lstCharacters{{30, 885, 3405, 4455}, 0};
+    ListView lstMonsters{{3480, 885, 3405, 4455}, 1};
 
     Button cmdClipboard{{2340, 5370, 2235, 330}, 2, "Send to Clipboard"};
     TextBox txtClipboard{.Visible = false};
-    Label lblStatus{.At = {45, 5775, 6855, 255}};
+    Label lblStatus{.At = {75, 5775, 6855, 255}};
 
     // File dialogs.
     CommonDialog cmdImportTurn;
