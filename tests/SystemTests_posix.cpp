@@ -7,7 +7,6 @@
 #include "platform/FileReplacement.h"
 
 #include <chrono>
-#include <csignal>
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <map>
@@ -337,38 +336,6 @@ TEST(Saves, KeepAccessListsAndTakeNoneFromTheFolder) {
     Main::WriteDataFile(*game.Ledger, plain);
     EXPECT_EQ(AccessListOf(plain), "");
     EXPECT_EQ(ModeOf(plain), 0640U);
-}
-
-// The holder of a lease on the file is asked to give it up, and waited for.
-TEST(Files, UnderALeaseAreWaitedFor) {
-    const SavedGame game;
-    static const int leased = ::open(game.Path.c_str(), O_RDONLY);
-    std::signal(SIGIO, [](int) { ::fcntl(leased, F_SETLEASE, F_UNLCK); });
-    ASSERT_EQ(::fcntl(leased, F_SETLEASE, F_RDLCK), 0);
-    EXPECT_TRUE(game.Save());
-    ::close(leased);
-}
-
-// Somebody puts a pipe in the place of the file just before it is opened, or another file just
-// after.
-TEST(Files, ThatChangeWhileTheyAreOpenedAreRefused) {
-    for (const bool before : {true, false}) {
-        const SavedGame game;
-        bool changed = false;
-        const auto change = [&](bool now) {
-            if (now && !std::exchange(changed, true)) {
-                std::filesystem::rename(game.Path, game.Folder.Path / "aside");
-                before ? (void)::mkfifo(game.Path.c_str(), 0600) : game.Restore();
-            }
-        };
-        const Intervene intervene([&](const SystemCall& call, const auto& make) {
-            change(before && call.Name == "open");
-            const long result = make();
-            change(call.Name == "open");
-            return result;
-        });
-        EXPECT_FALSE(game.Save());
-    }
 }
 
 TEST(Fingerprint, ReportsInABoxThatReadingFailed) {

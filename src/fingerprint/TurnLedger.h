@@ -8,8 +8,7 @@
 
 namespace Main {
 
-// Whether `path` is a regular file that can be opened for reading now. Never throws. Waits only for
-// another program to give up a lease on the file.
+// Whether `path` is a regular file that can be opened for reading now. Never throws.
 bool FileExists(const std::filesystem::path& path);
 
 // Returns the highest slot of the imported turns with this length in bytes and this fingerprint, or
