@@ -80,6 +80,7 @@ TEST(FileMenu, TellsItsStory) {
         {"Save", window.mnuFileSave},     {"SaveAs", window.mnuFileSaveAs}};
     std::map<std::string, std::string> texts;
     world.Folder.Write("report.html", "Party# 0007 of game:  12\nAron: killing 2 Rats\n\n");
+    world.Folder.Write("other.html", "Party# 0008 of game:  12\nAron: killing 2 Rats\n\n");
     world.Folder.Write("beta.qvt", "beta\r\n1\r\n");
     world.Folder.Write("broken.qvt", "\"Ver: 6\"\r\n3\r\n");
     for (const Lines& row : Cases(SHELF_FOLDER "/cases/commands.md")) {
