@@ -45,12 +45,12 @@ protected:
 
     // Chooses a menu entry.
     void Choose(const QString& caption) {
-        const auto entries = Window->menuBar()->findChildren<QAction*>();
-        const auto entry = std::find_if(entries.begin(), entries.end(), [&](const QAction* action) {
-            return action->text().remove('&') == caption;
-        });
-        ASSERT_NE(entry, entries.end()) << caption.toStdString();
-        (*entry)->trigger();
+        for (QAction* const entry : Window->menuBar()->findChildren<QAction*>()) {
+            if (entry->text().remove('&') == caption) {
+                return entry->trigger();
+            }
+        }
+        ADD_FAILURE() << "no entry " << caption.toStdString();
     }
 
     // On Windows, style, icon and the places of boxes are the system's own.
@@ -319,8 +319,6 @@ TEST_F(Skin, ShowsALongNumberFromItsStart) {
         EXPECT_EQ(box->text(), "32767.5");
         EXPECT_EQ(box->cursorPosition(), 0);
     }
-    box->setText(QString(40'000, '1'));
-    EXPECT_EQ(box->text().size(), 40'000);
 }
 
 TEST_F(Skin, MarksTheListThatHasTheKeyboard) {

@@ -1,4 +1,3 @@
-#include "Ledgers.h"
 #include "ScriptedDesktop.h"
 #include "System.h"
 #include "SystemCalls.h"
@@ -35,12 +34,7 @@ struct SavedGame {
         Restore();
     }
     [[nodiscard]] bool Save() const {
-        try {
-            Main::WriteDataFile(*Ledger, Path);
-            return true;
-        } catch (const std::system_error&) {
-            return false;
-        }
+        return Outcome([this] { return Main::WriteDataFile(*Ledger, Path), true; }).has_value();
     }
     void Restore() const { (void)Folder.Write("tallies.qvt", OldBytes); }
     [[nodiscard]] bool IsOld() const { return ReadAll(Path) == OldBytes; }
