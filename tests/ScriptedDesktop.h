@@ -58,8 +58,7 @@ struct ScriptedDesktop {
                      .ClipboardSetText = [this](std::string_view text) { Clipboard += text; },
                      .LoadPicture = [](const auto& path) { return path.generic_string(); },
                      .LockWindowUpdate = [](const ListView*) {},
-                     .AppPath = [] { return std::filesystem::path("/opt/tallies"); },
-                     .CloseAllWindows = [this] { Transcript.emplace_back("Close"); }};
+                     .AppPath = [] { return std::filesystem::path("/opt/tallies"); }};
 
 private:
     Answer Show(const Message& message) {
