@@ -48,20 +48,3 @@ inline std::unique_ptr<KillLedger> FullLedger(int seed) {
 
 constexpr int New = 0;
 constexpr int Old = 7;
-
-// How many new fields a load of FullLedger(New) into FullLedger(Old) has left; -1 unless all fields
-// after them are old. One number between the two may be neither: the end of the file cut it.
-inline int NewFields(const KillLedger& ledger) {
-    int number = 0;
-    int newFields = 0;
-    bool inOrder = true;
-    ForEachField(ledger, [&](const auto& field) {
-        using Field = std::decay_t<decltype(field)>;
-        if (field == FullField<Field>(New + ++number)) {
-            inOrder = inOrder && ++newFields == number;
-        } else if (field != FullField<Field>(Old + number)) {
-            inOrder = inOrder && newFields + 1 == number;
-        }
-    });
-    return inOrder ? newFields : -1;
-}

@@ -50,7 +50,6 @@ struct ScriptedDesktop {
     std::deque<Answer> Answers;                               // to questions
     Lines Transcript;
     std::string Clipboard;
-    std::function<void()> WhileAsking; // called while a dialog or box is open
 
     Desktop Services{.ShowMessage = [this](const Message& message) { return Show(message); },
                      .ShowOpen = [this](CommonDialog& dialog) { return Choose("Open", dialog); },
@@ -59,28 +58,25 @@ struct ScriptedDesktop {
                      .ClipboardSetText = [this](std::string_view text) { Clipboard += text; },
                      .LoadPicture = [](const auto& path) { return path.generic_string(); },
                      .LockWindowUpdate = [](const ListView*) {},
-                     .AppPath = [] { return std::filesystem::path("/opt/tallies"); },
-                     .CloseAllWindows = [this] { Transcript.emplace_back("Close"); }};
+                     .AppPath = [] { return std::filesystem::path("/opt/tallies"); }};
 
 private:
     Answer Show(const Message& message) {
         const bool question = message.Choice == Buttons::YesNo;
         const Lines signs = {"", " [question]", " [stop]"};
-        Ask("[" + message.Title + "] " + message.Prompt + (question ? " [Yes, No]" : "") +
-            signs.at(static_cast<std::size_t>(message.Sign)));
+        Transcript.push_back("[" + message.Title + "] " + message.Prompt +
+                             (question ? " [Yes, No]" : "") +
+                             signs.at(static_cast<std::size_t>(message.Sign)));
         return question ? Next(Answers) : Answer::Ok;
     }
     bool Choose(const std::string& kind, CommonDialog& dialog) {
         const Lines filter = Fields(dialog.Filter, '|');
-        Ask(kind + ": " + dialog.DialogTitle + " [" + filter.at(0) + "] [" + filter.at(1) + "] " +
-            std::to_string(dialog.Flags) + (kind == "Save" ? dialog.FileName.string() : ""));
+        Transcript.push_back(kind + ": " + dialog.DialogTitle + " [" + filter.at(0) + "] [" +
+                             filter.at(1) + "] " + std::to_string(dialog.Flags) +
+                             (kind == "Save" ? dialog.FileName.string() : ""));
         const auto choice = Next(Choices);
         dialog.FileName = choice.value_or(dialog.FileName);
         return choice.has_value();
-    }
-    void Ask(const std::string& line) {
-        Transcript.push_back(line);
-        Raise(WhileAsking);
     }
     template <class Reply>
     Reply Next(std::deque<Reply>& replies) {

@@ -13,8 +13,7 @@
 
 using Lines = std::vector<std::string>;
 
-// The fields of a text, without the blanks around them. Nothing after the last separator is no
-// field.
+// The fields of a text without the blanks around them. An empty last one is left out.
 inline Lines Fields(const std::string& text, char separator) {
     Lines fields;
     std::istringstream stream(text);

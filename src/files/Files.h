@@ -57,8 +57,7 @@ namespace Files {
 // Whether `path` contains the platform's separator: only then is it a path and not a bare name.
 bool HoldsSeparator(const std::filesystem::path& path);
 
-// Whether `path` is a regular file that can be opened for reading now. Never throws. Waits only for
-// another program to give up a lease on the file.
+// Whether `path` is a regular file that can be opened for reading now. Never throws.
 bool FileExists(const std::filesystem::path& path);
 
 // Returns the size in bytes. Throws std::system_error if there is no such file, Failure if it has

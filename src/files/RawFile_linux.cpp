@@ -44,35 +44,14 @@ struct stat StatusOf(int handle) {
     return status;
 }
 
-void RequireRegularFile(const struct stat& status) {
-    if (S_ISDIR(status.st_mode)) {
-        Fail(EISDIR);
-    }
-    if (!S_ISREG(status.st_mode)) {
-        Fail(EINVAL);
-    }
-}
-
-// The status is looked at first, since opening alone can move a tape or wake a pipe. In case the
-// file is a pipe by now, the first open does not wait. It fails where another program has a lease
-// on the file; the second waits until the lease is given up.
+// The status is looked at first, since opening alone can move a tape, wake a pipe or wait for one.
 int OpenRegularFile(const std::filesystem::path& path, int flags) {
     struct stat status {};
     Require([&] { return ::stat(path.c_str(), &status); });
-    RequireRegularFile(status);
-    flags |= O_CLOEXEC | O_NOCTTY;
-    int handle = Retry([&] { return ::open(path.c_str(), flags | O_NONBLOCK); });
-    if (handle == -1 && errno == EWOULDBLOCK) {
-        handle = Retry([&] { return ::open(path.c_str(), flags); });
+    if (!S_ISREG(status.st_mode)) {
+        Fail(S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     }
-    if (handle == -1) {
-        Fail(errno);
-    }
-    if (Retry([&] { return ::fstat(handle, &status); }) == -1 || !S_ISREG(status.st_mode)) {
-        ::close(handle);
-        Fail(EINVAL);
-    }
-    return handle;
+    return Require([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY); });
 }
 
 // The rule by which the kernel protects links, where that is switched on: in a folder where
@@ -150,12 +129,6 @@ RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
     }
     target.Handle = OpenRegularFile(path, O_WRONLY);
     target.Path = std::filesystem::canonical(path);
-    // The links may lead elsewhere by now.
-    const struct stat opened = StatusOf(target.Handle);
-    Require([&] { return ::stat(target.Path.c_str(), &status); });
-    if (status.st_dev != opened.st_dev || status.st_ino != opened.st_ino) {
-        Fail(ESTALE);
-    }
     return target;
 }
 
