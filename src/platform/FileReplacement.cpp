@@ -84,7 +84,6 @@ void FileReplacement::Commit() {
         Old.Sync();
         return;
     }
-    New.Sync();
     New.MoveOver(Old);
     New.Close();
     SweepTemporaries(Old.Path.parent_path());

@@ -65,8 +65,8 @@ public:
     // gets rights that he did not have; on Windows, what cannot be set stays as the folder set it.
     void TakeOver(const RawFile& old);
 
-    // Renames this file over `old`, which may be missing, and returns when the disk has the change.
-    // Empties Path once renamed.
+    // Brings the content to the disk, renames this file over `old`, which may be missing, and
+    // returns when the disk has the change. Empties Path once renamed.
     void MoveOver(RawFile& old);
 
     // Absolute. Empty for a file opened for reading.

@@ -182,6 +182,7 @@ void RawFile::TakeOver(const RawFile& old) {
 void RawFile::MoveOver(RawFile& old) {
     constexpr int mostTries = 20;
     constexpr DWORD pause = 50; // milliseconds
+    Sync();
     Close();
     old.Close();
     for (int tries = 1; !::MoveFileExW(Path.c_str(), old.Path.c_str(),
