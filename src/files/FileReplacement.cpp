@@ -85,7 +85,6 @@ void FileReplacement::Commit() {
         Old.Sync();
         return;
     }
-    New.Sync();
     New.Replace(Old);
     New.Close();
     SweepTemporaries(Old.Path.parent_path());

@@ -67,8 +67,8 @@ public:
     // gets rights that he did not have; on Windows, what cannot be set stays as the folder set it.
     void CopyRights(const RawFile& from);
 
-    // Renames this file to the name of `old`, which is replaced if it exists, and returns when the
-    // disk has the change. Empties Path once renamed.
+    // Brings the content to the disk, renames this file to the name of `old`, which is replaced if
+    // it exists, and returns when the disk has the change. Empties Path once renamed.
     void Replace(RawFile& old);
 
     // Absolute. Empty for a file opened for reading.

@@ -226,13 +226,22 @@ void RawFile::CopyRights(const RawFile& from) {
     ::fchmod(Handle, owner << 6 | group << 3 | others);
 }
 
-// A FAT file system writes the new entry only when the file itself is synced, and reuses the space
-// of the replaced file as soon as nobody has it open: there it stays open until all is on the disk.
-// Elsewhere it is closed first. A network share refuses to replace an open file, and can lose both.
+// A FAT file system is different in three ways:
+// - It may write the length of a file before the table that says which clusters are used. After a
+//   power cut the next file then gets the same clusters, and loses them when this one is deleted.
+//   Syncing the folder writes the table.
+// - It writes the new name only when the file itself is synced.
+// - It reuses the space of the replaced file as soon as nobody has it open: there it stays open
+//   until all is on the disk. Elsewhere it is closed first. A network share refuses to replace an
+//   open file, and can lose both.
 void RawFile::Replace(RawFile& old) {
     struct statfs system {};
     const bool isFat = Retry([&] { return ::fstatfs(Handle, &system); }) == 0 &&
                        (system.f_type == MSDOS_SUPER_MAGIC || system.f_type == EXFAT_SUPER_MAGIC);
+    if (isFat) {
+        SyncFolder(old.Path.parent_path());
+    }
+    Sync();
     if (!isFat) {
         old.Close();
     }

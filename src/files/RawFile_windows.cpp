@@ -181,6 +181,7 @@ void RawFile::CopyRights(const RawFile& from) {
 void RawFile::Replace(RawFile& old) {
     constexpr int mostTries = 20;
     constexpr DWORD pause = 50; // milliseconds
+    Sync();
     Close();
     old.Close();
     for (int tries = 1; !::MoveFileExW(Path.c_str(), old.Path.c_str(),
