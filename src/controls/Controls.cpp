@@ -86,6 +86,7 @@ void ListView::SetSorted(bool on) {
         return descending ? b.first < a.first : a.first < b.first;
     });
     std::vector<ListItem> sorted;
+    sorted.reserve(RowCount);
     const int selected = std::exchange(Selected, 0);
     for (const auto& [key, number] : order) {
         sorted.push_back(std::move(Rows[Index(number)]));

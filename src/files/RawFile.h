@@ -8,7 +8,8 @@
 #include <utility>
 
 // What the program asks of the system about files, each system in a source file of its own. All
-// failures are std::system_error with the system's own code. A signal makes no call fail.
+// failures are std::system_error with the system's own code. A signal makes none of the system
+// calls here fail; the standard library's looking up of paths can.
 
 // What became of a file that was to be created.
 enum class Creation { Done, NameTaken, FolderForbids };

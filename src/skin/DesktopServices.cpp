@@ -199,7 +199,8 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size)
         const QSize readable(130 * metrics.averageCharWidth(), 30 * metrics.lineSpacing());
         const QSize largest = box->screen()->availableSize() * 0.9;
         box->resize(size.isEmpty() ? readable.boundedTo(largest) : size);
-        auto* const places = box->findChild<QListView*>("sidebar");
+    }
+    if (auto* const places = box->findChild<QListView*>("sidebar")) {
         places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
     }
     return Run(std::move(box), [&dialog, &size](const QFileDialog& closed, int result) {
