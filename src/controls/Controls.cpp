@@ -75,7 +75,6 @@ void ListView::SetSorted(bool on) {
     if (!on) {
         return;
     }
-    Rows.resize(RowCount);
     using Key = decltype(CodePage::SortKey({}));
     std::vector<std::pair<Key, int>> order; // and the number of the row by now
     for (int number = 1; number <= Count(); ++number) {
