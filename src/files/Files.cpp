@@ -40,8 +40,9 @@ void RequireLength(std::size_t length) {
 
 ByteWindow::ByteWindow(const std::filesystem::path& path)
     : File(path),
-      Buffer(std::size_t{32} << 10) {
-    Begin = Buffer.data();
+      Capacity(std::size_t{32} << 10),
+      Buffer(std::make_unique_for_overwrite<Bytes>(Capacity)) {
+    Begin = Buffer.get();
     End = Begin;
 }
 
@@ -52,13 +53,17 @@ bool ByteWindow::Fill() {
     }
     const auto kept = static_cast<std::size_t>(End - Begin);
     RequireLength(kept);
-    std::memmove(Buffer.data(), Begin, kept);
-    if (kept == Buffer.size()) {
-        Buffer.resize(kept * 2);
+    if (kept == Capacity) {
+        auto larger = std::make_unique_for_overwrite<Bytes>(Capacity * 2);
+        std::memcpy(larger.get(), Begin, kept);
+        Buffer = std::move(larger);
+        Capacity *= 2;
+    } else {
+        std::memmove(Buffer.get(), Begin, kept);
     }
-    Begin = Buffer.data();
+    Begin = Buffer.get();
     End = Begin + kept;
-    const std::size_t read = File.Read(std::span(Buffer).subspan(kept));
+    const std::size_t read = File.Read({Buffer.get() + kept, Capacity - kept});
     End += read;
     Exhausted = read == 0;
     return !Exhausted;

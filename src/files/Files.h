@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,8 +27,11 @@ public:
     const char* End;
 
 private:
+    using Bytes = char[]; // NOLINT(modernize-avoid-c-arrays): a buffer that is not cleared
+
     RawFile File;
-    std::vector<char> Buffer;
+    std::size_t Capacity;
+    std::unique_ptr<Bytes> Buffer;
     bool Exhausted = false;
 };
 
