@@ -68,17 +68,9 @@ list_qt() {
         done
 }
 
-# need_windows_qt: builds Qt unless it is there, with the list of third-party code in it.
-need_windows_qt() {
-    [ ! -f "$WINDOWS_QT/contents" ] || return 0
-    local work=$CACHE/qt-windows-work source feature features=()
-    say "Building Qt for Windows into $WINDOWS_QT (once, about 20 minutes)"
-    if [ ! -f "$work/fetched" ]; then
-        rm -rf "$work"
-        mkdir -p "$work"
-        fetch_qt_source "$work"
-        touch "$work/fetched"
-    fi
+# build_qt WORK: builds the source in that folder into $WINDOWS_QT.
+build_qt() {
+    local work=$1 source feature features=()
     source=$(echo "$work"/qt6-base-*/)
     source=${source%/}
     # direct2d and directwrite3 can be left out only together.
@@ -86,20 +78,44 @@ need_windows_qt() {
         vulkan pkg_config; do
         features+=("-DFEATURE_$feature=OFF")
     done
-    cmake -S "$source" -B "$work/build" -G Ninja \
+    # No file says where it was built: the folder is mapped away, and the prefix is the same for all.
+    local map="-ffile-prefix-map=$work=." prefix=/qt-windows
+    CFLAGS=$map CXXFLAGS=$map cmake -S "$source" -B "$work/build" -G Ninja \
         -DCMAKE_TOOLCHAIN_FILE="$PWD/tools/windows.cmake" -DCMAKE_BUILD_TYPE=Release \
-        -DCMAKE_INSTALL_PREFIX="$WINDOWS_QT" -DBUILD_SHARED_LIBS=ON \
+        -DCMAKE_INSTALL_PREFIX=$prefix -DBUILD_SHARED_LIBS=ON \
         -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake \
         -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DINPUT_opengl=no \
         -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF "${features[@]}"
     # Its many warnings are about nothing that is wrong.
     cmake --build "$work/build" > "$work/log" 2>&1 || { tail -n 50 "$work/log"; return 1; }
-    cmake --install "$work/build" --strip > "$work/log"
+    rm -rf "$work/installed" "$WINDOWS_QT"
+    DESTDIR=$work/installed cmake --install "$work/build" --strip > "$work/log"
+    mv "$work/installed$prefix" "$WINDOWS_QT"
     {
         printf '\n\n======== Copyright of the Debian source package qt6-base\n\n'
         cat "$source/debian/copyright"
     } > "$WINDOWS_QT/copyright"
-    list_qt "$source" "$work/build" > "$work/contents"
-    mv "$work/contents" "$WINDOWS_QT/contents"
+    list_qt "$source" "$work/build" > "$WINDOWS_QT/contents"
+}
+
+# need_windows_qt: builds Qt unless it is there, built in this way by this compiler. A build that
+# was interrupted goes on.
+need_windows_qt() {
+    local work=$CACHE/qt-windows-work way
+    way=$({
+        declare -f fetch_qt_source list_qt build_qt
+        cat tools/windows.cmake tools/qt-parts.awk
+        dpkg-query -W qt6-base-dev g++-mingw-w64-x86-64-posix
+    } | sha256sum)
+    [ "$(cat "$WINDOWS_QT/way" 2> /dev/null)" != "$way" ] || return 0
+    say "Building Qt for Windows into $WINDOWS_QT (about 20 minutes)"
+    if [ "$(cat "$work/way" 2> /dev/null)" != "$way" ]; then
+        rm -rf "$work"
+        mkdir -p "$work"
+        fetch_qt_source "$work"
+        echo "$way" > "$work/way"
+    fi
+    build_qt "$work"
+    mv "$work/way" "$WINDOWS_QT/way"
     rm -rf "$work"
 }
