@@ -11,6 +11,15 @@
 // failures are std::system_error with the system's own code. A signal makes none of the system
 // calls here fail; the standard library's looking up of paths can.
 
+// What the system calls an open file, and its value for none.
+#ifdef _WIN32
+using SystemHandle = void*;
+constexpr SystemHandle NoHandle = nullptr;
+#else
+using SystemHandle = int;
+constexpr SystemHandle NoHandle = -1;
+#endif
+
 // What became of a file that was to be created.
 enum class Creation { Done, NameTaken, FolderForbids };
 
@@ -23,7 +32,7 @@ public:
     explicit RawFile(const std::filesystem::path& path);
     RawFile(RawFile&& other) noexcept
         : Path(std::move(other.Path)),
-          Handle(std::exchange(other.Handle, -1)) {}
+          Handle(std::exchange(other.Handle, NoHandle)) {}
     RawFile& operator=(RawFile&& other) noexcept {
         Path.swap(other.Path);
         std::swap(Handle, other.Handle);
@@ -37,7 +46,7 @@ public:
     // Not open if there is no such file. Throws if it cannot be written or is no regular file.
     static RawFile OpenTarget(const std::filesystem::path& path);
 
-    bool IsOpen() const { return Handle != -1; }
+    bool IsOpen() const { return Handle != NoHandle; }
 
     // Creates the file `path` and opens it; this must not be open before. If `like` is open, nobody
     // but the owner can read the new file until CopyRights.
@@ -76,7 +85,7 @@ public:
     std::filesystem::path Path;
 
 private:
-    int Handle = -1;
+    SystemHandle Handle = NoHandle;
 };
 
 // Identifies this process among those that run.

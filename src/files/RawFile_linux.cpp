@@ -179,7 +179,7 @@ void RawFile::Sync() {
 
 void RawFile::Close() noexcept {
     if (IsOpen()) {
-        ::close(std::exchange(Handle, -1));
+        ::close(std::exchange(Handle, NoHandle));
     }
 }
 

@@ -21,11 +21,6 @@ void Require(BOOL done) {
     }
 }
 
-// The system uses only 32 bits of a handle, so an int holds it, -1 for none.
-HANDLE File(int handle) {
-    return LongToHandle(handle);
-}
-
 // A name like NUL or COM1.html means its device in every folder, and opening some of them waits.
 void RequireNoDevice(const std::filesystem::path& path) {
     std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
@@ -37,7 +32,7 @@ void RequireNoDevice(const std::filesystem::path& path) {
 }
 
 // Opens an existing regular file, which every other program may use in any way meanwhile.
-int OpenRegularFile(const std::filesystem::path& path, DWORD access) {
+HANDLE OpenRegularFile(const std::filesystem::path& path, DWORD access) {
     RequireNoDevice(path);
     auto* const file =
         ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -49,15 +44,15 @@ int OpenRegularFile(const std::filesystem::path& path, DWORD access) {
         ::CloseHandle(file);
         Fail(ERROR_BAD_DEVICE);
     }
-    return HandleToLong(file);
+    return file;
 }
 
 // Where all links end on the way to an open file.
-std::filesystem::path FinalPath(int handle) {
+std::filesystem::path FinalPath(HANDLE handle) {
     constexpr DWORD flags = FILE_NAME_NORMALIZED | VOLUME_NAME_DOS;
-    std::wstring path(::GetFinalPathNameByHandleW(File(handle), nullptr, 0, flags), L'\0');
+    std::wstring path(::GetFinalPathNameByHandleW(handle, nullptr, 0, flags), L'\0');
     const auto size = static_cast<DWORD>(path.size());
-    const DWORD length = ::GetFinalPathNameByHandleW(File(handle), path.data(), size, flags);
+    const DWORD length = ::GetFinalPathNameByHandleW(handle, path.data(), size, flags);
     Require(length != 0);
     path.resize(length);
     return path;
@@ -89,7 +84,7 @@ Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like)
     auto* const file =
         ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, attributes, nullptr);
     if (file != INVALID_HANDLE_VALUE) {
-        Handle = HandleToLong(file);
+        Handle = file;
         Path = path;
         return Creation::Done;
     }
@@ -106,14 +101,14 @@ Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like)
 std::size_t RawFile::Read(std::span<char> buffer) {
     constexpr std::size_t largest = std::size_t{1} << 30;
     DWORD count = 0;
-    Require(::ReadFile(File(Handle), buffer.data(),
-                       static_cast<DWORD>(std::min(buffer.size(), largest)), &count, nullptr));
+    Require(::ReadFile(Handle, buffer.data(), static_cast<DWORD>(std::min(buffer.size(), largest)),
+                       &count, nullptr));
     return count;
 }
 
 std::uint64_t RawFile::Size() const {
     LARGE_INTEGER size{};
-    Require(::GetFileSizeEx(File(Handle), &size));
+    Require(::GetFileSizeEx(Handle, &size));
     return static_cast<std::uint64_t>(size.QuadPart);
 }
 
@@ -121,7 +116,7 @@ void RawFile::Write(std::string_view bytes) {
     constexpr std::size_t largest = std::size_t{1} << 30;
     while (!bytes.empty()) {
         DWORD count = 0;
-        Require(::WriteFile(File(Handle), bytes.data(),
+        Require(::WriteFile(Handle, bytes.data(),
                             static_cast<DWORD>(std::min(bytes.size(), largest)), &count, nullptr));
         if (count == 0) {
             Fail(ERROR_WRITE_FAULT);
@@ -131,16 +126,16 @@ void RawFile::Write(std::string_view bytes) {
 }
 
 void RawFile::Truncate() {
-    Require(::SetEndOfFile(File(Handle)));
+    Require(::SetEndOfFile(Handle));
 }
 
 void RawFile::Sync() {
-    Require(::FlushFileBuffers(File(Handle)));
+    Require(::FlushFileBuffers(Handle));
 }
 
 void RawFile::Close() noexcept {
     if (IsOpen()) {
-        ::CloseHandle(File(std::exchange(Handle, -1)));
+        ::CloseHandle(std::exchange(Handle, NoHandle));
     }
 }
 
