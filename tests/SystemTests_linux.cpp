@@ -91,18 +91,20 @@ TEST(Faults, DiskFullAtEveryBlockOfASave) {
 }
 
 // The old file or the new one, and the new one if the save succeeded. A signal makes none fail, nor
-// does a disk that has no permissions or does not say what it is.
+// does a disk that has no permissions or does not say what it is, nor a temporary name that is
+// taken.
 TEST(Faults, EachCallOfASaveFails) {
     const SavedGame game;
     int calls = 1;
     for (int fault = 0; fault < calls; ++fault) {
-        for (const int error : {ENOSPC, EIO, EINTR}) {
+        for (const int error : {EEXIST, ENOSPC, EIO, EINTR}) {
             game.Restore();
             calls = 0;
             bool mustFail = false;
             const Intervene intervene([&](const SystemCall& call, const auto& make) {
                 const bool fails = calls++ == fault && call.Name != "close";
-                const bool mayFail = call.Name == "fchmod" || call.Name == "fstatfs";
+                const bool mayFail = call.Name == "fchmod" || call.Name == "fstatfs" ||
+                                     (error == EEXIST && (call.Flags & O_EXCL) != 0);
                 mustFail = mustFail || (fails && error != EINTR && !mayFail);
                 return fails ? FailWith(error) : make();
             });
@@ -251,10 +253,9 @@ TEST(Saves, KeepLinksAndPermissions) {
     }
     EXPECT_TRUE(ReadAll(own) == game.NewBytes && ReadAll(in("made.qvt")) == game.NewBytes);
     EXPECT_EQ(ModeOf(own), 0640U);
-    // No one else can ever read a private file, nor does a name that is taken matter.
+    // No one else can ever read a private file.
     ASSERT_EQ(::chmod(own.c_str(), 0600), 0);
-    const FileReplacement first(own);
-    const FileReplacement second(own);
+    const FileReplacement replacement(own);
     for (const auto& file : std::filesystem::directory_iterator(game.Folder.Path)) {
         EXPECT_TRUE(file.path().filename().string()[0] != '.' || ModeOf(file) == 0600) << file;
     }

@@ -11,12 +11,13 @@ constexpr std::string_view Prefix = ".slaying-tallies-";
 
 // Creates a temporary file beside `old`. Not open if the folder forbids new files.
 RawFile CreateTemporary(const RawFile& old) {
+    // No name is used twice: on Windows one whose file is deleted, but still open in another
+    // program, looks as if the folder forbade it.
+    static unsigned long attempt = 0;
     const std::string name = std::string(Prefix) + std::to_string(ProcessNumber()) + '-';
     RawFile created;
-    int attempt = 0;
-    while (created.Create(old.Path.parent_path() / (name + std::to_string(attempt)), old) ==
+    while (created.Create(old.Path.parent_path() / (name + std::to_string(attempt++)), old) ==
            Creation::NameTaken) {
-        ++attempt;
     }
     return created;
 }
@@ -38,14 +39,11 @@ bool IsTemporary(const std::filesystem::path& name) {
 // machine, where its process number means nothing. What cannot be deleted stays.
 void SweepTemporaries(const std::filesystem::path& folder) {
     const auto yesterday = std::filesystem::file_time_type::clock::now() - std::chrono::hours(24);
-    std::error_code failed;
-    std::filesystem::directory_iterator entries(folder, failed);
-    for (; !failed && entries != std::filesystem::directory_iterator(); entries.increment(failed)) {
+    for (const auto& file : RegularFilesIn(folder, true)) {
         std::error_code unknown;
-        if (IsTemporary(entries->path().filename()) &&
-            is_regular_file(entries->symlink_status(unknown)) &&
-            entries->last_write_time(unknown) < yesterday && !unknown) {
-            std::filesystem::remove(entries->path(), unknown);
+        if (IsTemporary(file.filename()) && !is_symlink(file, unknown) &&
+            last_write_time(file, unknown) < yesterday && !unknown) {
+            Delete(file);
         }
     }
 }
@@ -70,8 +68,7 @@ FileReplacement::FileReplacement(const std::filesystem::path& target) : FileRepl
 FileReplacement::~FileReplacement() {
     New.Close();
     if (!New.Path.empty()) {
-        std::error_code ignored;
-        std::filesystem::remove(New.Path, ignored);
+        Delete(New.Path);
     }
 }
 

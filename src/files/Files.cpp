@@ -6,7 +6,6 @@
 #include <cstring>
 #include <limits>
 #include <span>
-#include <system_error>
 
 namespace {
 
@@ -69,6 +68,14 @@ bool ByteWindow::Fill() {
     return !Exhausted;
 }
 
+std::int32_t LineReader::Size() const {
+    const std::uint64_t size = Window.File.Size();
+    if (size > std::numeric_limits<std::int32_t>::max()) {
+        throw Failure("a file too large to have a size");
+    }
+    return static_cast<std::int32_t>(size);
+}
+
 bool LineReader::AtEnd() {
     return Window.Begin == Window.End && !Window.Fill();
 }
@@ -116,14 +123,6 @@ bool FileExists(const std::filesystem::path& path) {
     }
 }
 
-std::int32_t Size(const std::filesystem::path& path) {
-    const std::uintmax_t size = std::filesystem::file_size(path);
-    if (size > std::numeric_limits<std::int32_t>::max()) {
-        throw Failure("a file too large to have a size");
-    }
-    return static_cast<std::int32_t>(size);
-}
-
 std::string LeadingBytes(const std::filesystem::path& path, std::size_t count) {
     RawFile file(path);
     std::string bytes(static_cast<std::size_t>(std::min<std::uint64_t>(count, file.Size())), '\0');
@@ -144,24 +143,15 @@ std::vector<std::filesystem::path> InFolder(const std::filesystem::path& folder,
     const auto sameLetter = [](auto a, auto b) {
         return a == b || (a >= 'A' && a <= 'Z' && a + ('a' - 'A') == b);
     };
-    std::vector<std::filesystem::path> names;
-    std::error_code failed;
-    std::filesystem::directory_iterator entries(folder, failed);
-    for (; !failed && entries != std::filesystem::directory_iterator(); entries.increment(failed)) {
-        const std::filesystem::path name = entries->path().filename();
-        const auto found = name.extension();
-        const bool hidden = name.native().front() == '.';
-        std::error_code unknown;
-        if (!hidden &&
-            std::equal(found.native().begin(), found.native().end(), extension.begin(),
-                       extension.end(), sameLetter) &&
-            entries->is_regular_file(unknown) && !HasHiddenAttribute(folder / name)) {
-            names.push_back(folder / name);
-        }
-    }
-    std::sort(names.begin(), names.end(),
+    std::vector<std::filesystem::path> files = RegularFilesIn(folder, false);
+    std::erase_if(files, [&](const std::filesystem::path& file) {
+        const auto found = file.extension();
+        return !std::equal(found.native().begin(), found.native().end(), extension.begin(),
+                           extension.end(), sameLetter);
+    });
+    std::sort(files.begin(), files.end(),
               [](const auto& a, const auto& b) { return a.native() < b.native(); });
-    return names;
+    return files;
 }
 
 } // namespace Files

@@ -23,13 +23,13 @@ public:
     // Throws Failure if more than LongestPiece is kept, std::system_error if reading fails.
     bool Fill();
 
+    RawFile File;
     const char* Begin;
     const char* End;
 
 private:
     using Bytes = char[]; // NOLINT(modernize-avoid-c-arrays): a buffer that is not cleared
 
-    RawFile File;
     std::size_t Capacity;
     std::unique_ptr<Bytes> Buffer;
     bool Exhausted = false;
@@ -41,6 +41,9 @@ class LineReader {
 public:
     // Throws as RawFile does.
     explicit LineReader(const std::filesystem::path& path) : Window(path) {}
+
+    // Of the file, in bytes. Throws Failure if it has 2 GiB or more.
+    std::int32_t Size() const;
 
     // Whether there is no further line. Throws as ReadLine does.
     bool AtEnd();
@@ -64,16 +67,12 @@ bool HoldsSeparator(const std::filesystem::path& path);
 // Whether `path` is a regular file that can be opened for reading now. Never throws.
 bool FileExists(const std::filesystem::path& path);
 
-// Returns the size in bytes. Throws std::system_error if there is no such file, Failure if it has
-// 2 GiB or more.
-std::int32_t Size(const std::filesystem::path& path);
-
 // Returns the first `count` bytes of a file, or all if it is shorter. Throws as RawFile does.
 std::string LeadingBytes(const std::filesystem::path& path, std::size_t count);
 
 // Returns the paths of the regular files in `folder` with this extension (dot included, upper and
 // lower case equal), in ascending byte order of their names. Leaves out hidden files. A folder that
-// cannot be listed has none.
+// cannot be listed to its end has none.
 std::vector<std::filesystem::path> InFolder(const std::filesystem::path& folder,
                                             std::string_view extension);
 

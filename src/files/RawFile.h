@@ -4,8 +4,11 @@
 #include <cstdint>
 #include <filesystem>
 #include <span>
+#include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 // What the program asks of the system about files, each system in a source file of its own. All
 // failures are std::system_error with the system's own code. A signal makes none of the system
@@ -14,10 +17,10 @@
 // What the system calls an open file, and its value for none.
 #ifdef _WIN32
 using SystemHandle = void*;
-constexpr SystemHandle NoHandle = nullptr;
+constexpr auto NoHandle = nullptr;
 #else
 using SystemHandle = int;
-constexpr SystemHandle NoHandle = -1;
+constexpr auto NoHandle = -1;
 #endif
 
 // What became of a file that was to be created.
@@ -91,8 +94,15 @@ private:
 // Identifies this process among those that run.
 unsigned long ProcessNumber();
 
-// Whether the file has the hidden or system attribute.
-bool HasHiddenAttribute(const std::filesystem::path& path);
+// Returns the paths of the regular files in a folder, in any order; none if the folder cannot be
+// listed to its end. Hidden are those that the system marks so, or whose names begin with a dot.
+std::vector<std::filesystem::path> RegularFilesIn(const std::filesystem::path& folder, bool hidden);
+
+// Deletes a file, by an absolute path. Ignores failures.
+void Delete(const std::filesystem::path& path) noexcept;
+
+// Returns the system's own words for a failure, in code page 1252.
+std::string Describe(const std::error_code& failure);
 
 // To be called first. Opens the null device as standard input, output or error where the program
 // was started without it: otherwise the next file opened would get its number, and printed words.

@@ -4,13 +4,10 @@
 #include <csignal>
 #include <fcntl.h>
 #include <linux/magic.h>
-#include <string>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <sys/xattr.h>
-#include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
@@ -255,8 +252,27 @@ unsigned long ProcessNumber() {
     return static_cast<unsigned long>(::getpid());
 }
 
-bool HasHiddenAttribute(const std::filesystem::path& /*path*/) {
-    return false; // a dot in front of the name is the only mark
+std::vector<std::filesystem::path> RegularFilesIn(const std::filesystem::path& folder,
+                                                  bool hidden) {
+    std::vector<std::filesystem::path> files;
+    std::error_code failed;
+    std::filesystem::directory_iterator entries(folder, failed);
+    for (; !failed && entries != std::filesystem::directory_iterator(); entries.increment(failed)) {
+        std::error_code unknown;
+        if ((hidden || entries->path().filename().native().front() != '.') &&
+            entries->is_regular_file(unknown)) {
+            files.push_back(entries->path());
+        }
+    }
+    return failed ? std::vector<std::filesystem::path>() : files;
+}
+
+void Delete(const std::filesystem::path& path) noexcept {
+    ::unlink(path.c_str());
+}
+
+std::string Describe(const std::error_code& failure) {
+    return failure.message();
 }
 
 void PrepareProcess() {

@@ -1,13 +1,12 @@
 #include "files/RawFile.h"
 
+#include "text/CodePage.h"
+
 #include <algorithm>
-#include <string>
-#include <system_error>
+#include <initializer_list>
 
-// After the others: it needs windows.h, which defines macros.
+// After the others: it defines macros.
 #include <windows.h>
-
-#include <aclapi.h>
 
 namespace {
 
@@ -21,41 +20,57 @@ void Require(BOOL done) {
     }
 }
 
-// A name like NUL or COM1.html means its device in every folder, and opening some of them waits.
-void RequireNoDevice(const std::filesystem::path& path) {
-    std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    const auto size = static_cast<DWORD>(full.size());
-    Require(::GetFullPathNameW(path.c_str(), size, full.data(), nullptr) != 0);
-    if (full.starts_with(LR"(\\.\)")) {
+constexpr DWORD LongestText = 32768;                       // of a path, or of a message
+constexpr std::size_t LargestPiece = std::size_t{1} << 30; // that is read or written in one call
+constexpr DWORD Shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+// The whole path. Not by the standard library, which takes no share for a root. Throws for a name
+// like NUL or COM1.html, which means its device in every folder, and opening some of them waits. A
+// path near the length that all programs can use gets the prefix with which any length is allowed.
+std::wstring FullPath(const std::filesystem::path& path) {
+    constexpr std::size_t ordinary = MAX_PATH - 60; // a temporary file's name is longer
+    std::wstring full(LongestText, L'\0');
+    full.resize(::GetFullPathNameW(path.c_str(), LongestText, full.data(), nullptr));
+    if (full.empty() || full.starts_with(LR"(\\.\)")) {
         Fail(ERROR_BAD_DEVICE);
+    }
+    if (full.size() < ordinary || full.starts_with(LR"(\\?\)")) {
+        return full;
+    }
+    return full.starts_with(LR"(\\)") ? LR"(\\?\UNC)" + full.substr(1) : LR"(\\?\)" + full;
+}
+
+// Makes a call until it succeeds, for up to a second while it fails with one of these codes: virus
+// scanners and indexers hold a file for a moment after each change.
+template <class Call>
+void Await(Call call, std::initializer_list<DWORD> passing) {
+    constexpr int mostTries = 20;
+    constexpr DWORD pause = 50; // milliseconds
+    for (int tries = 1; !call(); ++tries) {
+        const DWORD code = ::GetLastError();
+        if (tries == mostTries ||
+            std::find(passing.begin(), passing.end(), code) == passing.end()) {
+            Fail(code);
+        }
+        ::Sleep(pause);
     }
 }
 
-// Opens an existing regular file, which every other program may use in any way meanwhile.
+// Opens an existing regular file, which every other program may use in any way meanwhile. If it is
+// to be written to, waits for one that does not share it.
 HANDLE OpenRegularFile(const std::filesystem::path& path, DWORD access) {
-    RequireNoDevice(path);
-    auto* const file =
-        ::CreateFileW(path.c_str(), access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        Fail(::GetLastError());
-    }
+    const std::wstring full = FullPath(path);
+    HANDLE file = nullptr;
+    const auto open = [&] {
+        file = ::CreateFileW(full.c_str(), access, Shared, nullptr, OPEN_EXISTING, 0, nullptr);
+        return file != INVALID_HANDLE_VALUE;
+    };
+    Await(open, {access == GENERIC_WRITE ? DWORD{ERROR_SHARING_VIOLATION} : NO_ERROR});
     if (::GetFileType(file) != FILE_TYPE_DISK) { // a pipe of another machine, say
         ::CloseHandle(file);
         Fail(ERROR_BAD_DEVICE);
     }
     return file;
-}
-
-// Where all links end on the way to an open file.
-std::filesystem::path FinalPath(HANDLE handle) {
-    constexpr DWORD flags = FILE_NAME_NORMALIZED | VOLUME_NAME_DOS;
-    std::wstring path(::GetFinalPathNameByHandleW(handle, nullptr, 0, flags), L'\0');
-    const auto size = static_cast<DWORD>(path.size());
-    const DWORD length = ::GetFinalPathNameByHandleW(handle, path.data(), size, flags);
-    Require(length != 0);
-    path.resize(length);
-    return path;
 }
 
 } // namespace
@@ -64,15 +79,17 @@ RawFile::RawFile(const std::filesystem::path& path) : Handle(OpenRegularFile(pat
 
 RawFile RawFile::OpenTarget(const std::filesystem::path& path) {
     RawFile target;
-    target.Path = std::filesystem::absolute(path);
-    const DWORD attributes = ::GetFileAttributesW(path.c_str()); // of a link, not of its end
+    target.Path = FullPath(path);
+    const DWORD attributes = ::GetFileAttributesW(target.Path.c_str()); // of a link, not its end
     if (attributes == INVALID_FILE_ATTRIBUTES && ::GetLastError() == ERROR_FILE_NOT_FOUND) {
-        RequireNoDevice(path);
         return target;
     }
-    target.Handle = OpenRegularFile(path, GENERIC_WRITE);
+    target.Handle = OpenRegularFile(target.Path, GENERIC_WRITE);
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
-        target.Path = FinalPath(target.Handle);
+        std::wstring end(LongestText, L'\0');
+        end.resize(::GetFinalPathNameByHandleW(target.Handle, end.data(), LongestText, 0));
+        Require(!end.empty());
+        target.Path = end;
     }
     return target;
 }
@@ -99,10 +116,9 @@ Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like)
 }
 
 std::size_t RawFile::Read(std::span<char> buffer) {
-    constexpr std::size_t largest = std::size_t{1} << 30;
     DWORD count = 0;
-    Require(::ReadFile(Handle, buffer.data(), static_cast<DWORD>(std::min(buffer.size(), largest)),
-                       &count, nullptr));
+    Require(::ReadFile(Handle, buffer.data(),
+                       static_cast<DWORD>(std::min(buffer.size(), LargestPiece)), &count, nullptr));
     return count;
 }
 
@@ -113,11 +129,11 @@ std::uint64_t RawFile::Size() const {
 }
 
 void RawFile::Write(std::string_view bytes) {
-    constexpr std::size_t largest = std::size_t{1} << 30;
     while (!bytes.empty()) {
         DWORD count = 0;
         Require(::WriteFile(Handle, bytes.data(),
-                            static_cast<DWORD>(std::min(bytes.size(), largest)), &count, nullptr));
+                            static_cast<DWORD>(std::min(bytes.size(), LargestPiece)), &count,
+                            nullptr));
         if (count == 0) {
             Fail(ERROR_WRITE_FAULT);
         }
@@ -142,8 +158,7 @@ void RawFile::Close() noexcept {
 // Not if the player may write to the file but not delete it.
 bool RawFile::CanBeReplaced() const {
     auto* const file =
-        ::CreateFileW(Path.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        ::CreateFileW(Path.c_str(), DELETE, Shared, nullptr, OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         return ::GetLastError() != ERROR_ACCESS_DENIED;
     }
@@ -151,55 +166,75 @@ bool RawFile::CanBeReplaced() const {
     return true;
 }
 
-// What the system refuses keeps the permissions that the folder gave it.
+// Copies the list as it is, with what the old file inherited and the marks of that, even if that
+// was from another folder: the new file must not get the rights of this one. What the system
+// refuses keeps the permissions that the folder gave it, as on a disk without permissions.
 void RawFile::CopyRights(const RawFile& from) {
-    PACL list = nullptr;
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (::GetNamedSecurityInfoW(from.Path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION,
-                                nullptr, nullptr, &list, nullptr, &descriptor) != ERROR_SUCCESS) {
-        return; // a file system without permissions
+    DWORD size = 0;
+    ::GetFileSecurityW(from.Path.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::byte> descriptor(size);
+    if (::GetFileSecurityW(from.Path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size,
+                           &size)) {
+        // Else the system would drop the mark that the list follows its folder.
+        ::SetSecurityDescriptorControl(descriptor.data(), SE_DACL_AUTO_INHERIT_REQ,
+                                       SE_DACL_AUTO_INHERIT_REQ);
+        ::SetFileSecurityW(Path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
     }
-    SECURITY_DESCRIPTOR_CONTROL control{};
-    DWORD revision = 0;
-    ::GetSecurityDescriptorControl(descriptor, &control, &revision);
-    const SECURITY_INFORMATION inheritance = (control & SE_DACL_PROTECTED) != 0
-                                                 ? PROTECTED_DACL_SECURITY_INFORMATION
-                                                 : UNPROTECTED_DACL_SECURITY_INFORMATION;
-    std::wstring name = Path.native(); // which the call wants writable, but does not change
-    ::SetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | inheritance,
-                            nullptr, nullptr, list, nullptr);
-    ::LocalFree(descriptor);
 }
 
-// Open files cannot be renamed or replaced, so both are closed first. Virus scanners and indexers
-// hold a file for a moment after each change: the move waits for them for up to a second.
+// Open files cannot be renamed or replaced, so both are closed first. Afterwards the file is
+// flushed once more: elsewhere a FAT disk has the new name only then.
 void RawFile::Replace(RawFile& old) {
-    constexpr int mostTries = 20;
-    constexpr DWORD pause = 50; // milliseconds
     Sync();
     Close();
     old.Close();
-    for (int tries = 1; !::MoveFileExW(Path.c_str(), old.Path.c_str(),
-                                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-         ++tries) {
-        const DWORD code = ::GetLastError();
-        if (tries == mostTries ||
-            (code != ERROR_SHARING_VIOLATION && code != ERROR_ACCESS_DENIED)) {
-            Fail(code);
-        }
-        ::Sleep(pause);
-    }
+    const auto move = [&] {
+        return ::MoveFileExW(Path.c_str(), old.Path.c_str(),
+                             MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    };
+    Await(move, {ERROR_SHARING_VIOLATION, ERROR_ACCESS_DENIED});
     Path.clear();
+    Handle = OpenRegularFile(old.Path, GENERIC_WRITE);
+    Sync();
 }
 
 unsigned long ProcessNumber() {
     return ::GetCurrentProcessId();
 }
 
-bool HasHiddenAttribute(const std::filesystem::path& path) {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES &&
-           (attributes & (FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM)) != 0;
+std::vector<std::filesystem::path> RegularFilesIn(const std::filesystem::path& folder,
+                                                  bool hidden) {
+    const DWORD others =
+        FILE_ATTRIBUTE_DIRECTORY | (hidden ? 0 : FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    std::vector<std::filesystem::path> files;
+    WIN32_FIND_DATAW entry{};
+    auto* const search = ::FindFirstFileW(FullPath(folder / "*").c_str(), &entry);
+    for (BOOL more = search != INVALID_HANDLE_VALUE; more; more = ::FindNextFileW(search, &entry)) {
+        if ((entry.dwFileAttributes & others) == 0 && (hidden || *entry.cFileName != '.')) {
+            files.push_back(folder / entry.cFileName);
+        }
+    }
+    if (::GetLastError() != ERROR_NO_MORE_FILES) {
+        files.clear();
+    }
+    ::FindClose(search);
+    return files;
+}
+
+void Delete(const std::filesystem::path& path) noexcept {
+    ::DeleteFileW(path.c_str());
+}
+
+std::string Describe(const std::error_code& failure) {
+    if (failure.category() != std::system_category()) {
+        return failure.message();
+    }
+    constexpr DWORD oneLine =
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
+    std::wstring words(LongestText, L'\0');
+    words.resize(::FormatMessageW(oneLine, nullptr, static_cast<DWORD>(failure.value()), 0,
+                                  words.data(), LongestText, nullptr));
+    return CodePage::FromUnicode(std::u16string(words.begin(), words.end()));
 }
 
 // Nothing to do: the standard streams are numbers of the runtime library, which this file does not

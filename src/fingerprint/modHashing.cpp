@@ -13,7 +13,7 @@ namespace {
 constexpr std::int32_t LeadingBytesCap = 3'145'728; // 3 MiB
 
 void ShowFailure(const Desktop& desktop, const std::error_code& failure) {
-    desktop.ShowMessage({failure.message(), std::to_string(failure.value())});
+    desktop.ShowMessage({Describe(failure), std::to_string(failure.value())});
 }
 
 } // namespace

@@ -61,7 +61,7 @@ void TurnGate(Scan& scan, KillLedger& ledger, const Desktop& desktop, std::strin
     if (scan.ReportRefused) {
         return;
     }
-    const std::int32_t size = Files::Size(scan.Report);
+    const std::int32_t size = scan.MainReader.Size();
     const std::string fingerprint = modHashing::HashFile(desktop, scan.Report, size);
     if (FindTurnRecord(ledger, size, fingerprint) != 0) {
         scan.ReportRefused = true;
