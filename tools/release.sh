@@ -10,6 +10,21 @@ make_reproducible() {
     umask 022
 }
 
+# require_no_paths FOLDER PATH...: fails if a file in the folder holds one of the paths, in characters
+# of one byte or two: then it depends on where it was built, and says where that was.
+require_no_paths() {
+    local folder=$1 paths file found=0
+    shift
+    paths=$(printf '%s\n' "$@")
+    while IFS= read -r -d '' file; do
+        if [ "$(tr -d '\0' < "$file" | grep -aFc "$paths")" != 0 ]; then
+            echo "$file says where it was built" >&2
+            found=1
+        fi
+    done < <(find "$folder" -type f -print0)
+    return $found
+}
+
 # compiled_into BUILD TARGET...: the files that the targets of a build folder were compiled from.
 compiled_into() {
     local build=$1
@@ -22,7 +37,7 @@ compiled_into() {
 linked_by() {
     local file path
     for file in Scrt1.o crt2.o crti.o crtbeginS.o crtbegin.o libc_nonshared.a libgcc.a \
-        libmingw32.a libmingwex.a; do
+        libmingw32.a libmingwex.a libssp.a; do
         path=$("$1" -print-file-name="$file")
         [ "$path" = "$file" ] || echo "$path"
     done

@@ -23,6 +23,15 @@ need_wine_fonts() {
     done > /dev/null
 }
 
+# require_stack_protector PROGRAM: fails if no routine of a program, not yet stripped, checks its
+# stack. The check is linked into it, unlike on Linux.
+require_stack_protector() {
+    if [ "$(x86_64-w64-mingw32-nm "$1" | grep -c ' T __stack_chk_fail$')" = 0 ]; then
+        echo "$1 does not protect its stack" >&2
+        return 1
+    fi
+}
+
 # on_screen COMMAND...: runs it on a virtual display with a window manager. Wine must not go on with
 # the next command as if it were on this display.
 on_screen() {
