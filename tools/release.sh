@@ -13,16 +13,17 @@ make_reproducible() {
 # require_no_paths FOLDER PATH...: fails if a file in the folder holds one of the paths, in characters
 # of one byte or two: then it depends on where it was built, and says where that was.
 require_no_paths() {
-    local folder=$1 paths file found=0
+    local folder=$1 paths file found
     shift
     paths=$(printf '%s\n' "$@")
     while IFS= read -r -d '' file; do
+        found=${found:-0}
         if [ "$(tr -d '\0' < "$file" | grep -aFc "$paths")" != 0 ]; then
             echo "$file says where it was built" >&2
             found=1
         fi
     done < <(find "$folder" -type f -print0)
-    return $found
+    return "${found:-1}" # no file at all is wrong, too
 }
 
 # compiled_into BUILD TARGET...: the files that the targets of a build folder were compiled from.
