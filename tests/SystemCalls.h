@@ -16,8 +16,7 @@ struct SystemCall {
 // calls.
 using Intervention = std::function<long(const SystemCall& call, const std::function<long()>& make)>;
 
-class Intervene {
-public:
+struct Intervene {
     explicit Intervene(Intervention intervention);
     ~Intervene();
 };

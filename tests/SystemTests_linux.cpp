@@ -122,7 +122,7 @@ TEST(Faults, EachCallOfASaveFails) {
 TEST(Saves, DeleteOldTemporaryFiles) {
     const SavedGame game;
     const auto in = [&](const std::string& name) { return game.Folder.Path / name; };
-    const Lines lookalikes = Fields("-notes,-1,-1-,--1,-1-1.qvt", ',');
+    const Lines lookalikes = Fields("-notes,-1,-1-,--1,-1-1.qvt,-1-1-old", ',');
     for (const std::string& ending : lookalikes) {
         game.Folder.Write(".slaying-tallies" + ending, "");
     }
@@ -164,6 +164,7 @@ public:
         if (call.Name == "open" && (call.Flags & O_DIRECTORY) == 0) {
             if (Present.count(path) == 0) {
                 Present[path] = std::make_shared<File>();
+                std::ofstream(path) << std::string(4'000'000, 'x'); // as after a device error
                 Left.push_back(Present);
             }
             Handles[result] = Present[path];
@@ -232,8 +233,31 @@ TEST(Faults, PowerCutAfterEachCallOfASave) {
             EXPECT_TRUE(std::ranges::includes(whole, disk.Contents(game.Path))) << call.Name;
             return result;
         });
-        EXPECT_TRUE(game.Save());
+        EXPECT_TRUE(game.Save() && game.IsNew());
         EXPECT_TRUE(disk.Contents(game.Path) == std::set{game.NewBytes});
+    }
+}
+
+// The first two renamings fail, or all of the old file, of the new one, to the file's name, or all.
+// A failed save leaves the old file, in the last two cases the new one as well.
+TEST(Faults, RenamingOnAShareFails) {
+    for (int fault = 0; fault < 5; ++fault) {
+        const SavedGame game;
+        const long type = fault == 0 ? CIFS_SUPER_MAGIC : SMB2_SUPER_MAGIC;
+        int renamings = 0;
+        const Intervene intervene([&](const SystemCall& call, const auto& make) {
+            if (call.Name != "rename") {
+                return call.Name == "fstatfs" ? type : make();
+            }
+            const bool toName = call.Other == game.Path.native();
+            const bool ofNew = toName && !call.Path.ends_with("-old");
+            const bool fails[] = {renamings++ < 2, !toName, ofNew, toName, true};
+            EXPECT_TRUE(fault == 1 || fault == 4 || !std::filesystem::exists(call.Other));
+            return fails[fault] ? FailWith(EBUSY) : make();
+        });
+        EXPECT_EQ(game.Save(), fault < 2);
+        EXPECT_TRUE(fault < 2 ? game.IsNew() : fault == 3 || game.IsOld()) << fault;
+        EXPECT_EQ(game.Strays(), fault < 3 ? 0U : 1U) << fault;
     }
 }
 

@@ -11,13 +11,13 @@
 //
 // The new content is written to a temporary file in the same folder. Only if the folder forbids
 // new files, or the file cannot be replaced, is it written in place, where a failure can leave a
-// mixture of old and new.
+// mixture of old and new. On a network share the old file gets another name for a moment.
 class FileReplacement {
 public:
     // Throws std::system_error, as all members do, if the target exists and cannot be opened for
     // writing, or is no regular file.
     explicit FileReplacement(const std::filesystem::path& target);
-    // Leaves no temporary file.
+    // Leaves no temporary file, but where Commit could not bring the old one back.
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;

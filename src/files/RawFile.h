@@ -81,7 +81,7 @@ public:
     void CopyRights(const RawFile& from);
 
     // Brings the content to the disk, renames this file to the name of `old`, which is replaced if
-    // it exists, and returns when the disk has the change. Empties Path once renamed.
+    // it exists, and returns when the disk has the change. Empties Path if this file must stay.
     void Replace(RawFile& old);
 
     // Absolute. Empty for a file opened for reading.

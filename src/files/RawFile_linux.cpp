@@ -15,11 +15,13 @@ namespace {
     throw std::system_error(code, std::generic_category());
 }
 
-// Repeats a system call until no signal interrupts it. Returns its result, -1 if it failed.
+// Repeats a system call until no signal interrupts it, and up to `waits` times, with 50 ms between,
+// if it fails. Returns its result, -1 if it failed.
 template <class Call>
-auto Retry(Call call) {
+auto Retry(Call call, int waits = 0) {
     auto result = call();
-    while (result == -1 && errno == EINTR) {
+    while (result == -1 && (errno == EINTR || waits-- > 0)) {
+        ::usleep(errno == EINTR ? 0 : 50'000);
         result = call();
     }
     return result;
@@ -134,6 +136,11 @@ Creation RawFile::Create(const std::filesystem::path& path, const RawFile& like)
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC;
     Handle = Retry([&] { return ::open(path.c_str(), flags, mode); });
     if (IsOpen()) {
+        // After a device error it can be an earlier temporary file of a FAT disk, with its length.
+        if (Retry([&] { return ::ftruncate(Handle, 0); }) == -1) {
+            ::unlink(path.c_str());
+            Fail(errno);
+        }
         Path = path;
         return Creation::Done;
     }
@@ -229,12 +236,21 @@ void RawFile::CopyRights(const RawFile& from) {
 //   Syncing the folder writes the table.
 // - It writes the new name only when the file itself is synced.
 // - It reuses the space of the replaced file as soon as nobody has it open: there it stays open
-//   until all is on the disk. Elsewhere it is closed first. A network share refuses to replace an
-//   open file, and can lose both.
+//   until all is on the disk.
+//
+// A share refuses to replace an open file, and the kernel then deletes it. So the old file is first
+// closed and renamed, to a name that no sweep takes, and deleted last. Where another program lets
+// nobody rename or delete it, some shares still replace it.
 void RawFile::Replace(RawFile& old) {
     struct statfs system {};
-    const bool isFat = Retry([&] { return ::fstatfs(Handle, &system); }) == 0 &&
-                       (system.f_type == MSDOS_SUPER_MAGIC || system.f_type == EXFAT_SUPER_MAGIC);
+    Retry([&] { return ::fstatfs(Handle, &system); }); // a type of 0 if it fails
+    const bool isFat = system.f_type == MSDOS_SUPER_MAGIC || system.f_type == EXFAT_SUPER_MAGIC;
+    const bool isShare = system.f_type == SMB2_SUPER_MAGIC || system.f_type == CIFS_SUPER_MAGIC;
+    const bool mayMove = isShare && old.IsOpen();
+    const std::filesystem::path aside = Path.native() + "-old";
+    const auto rename = [&](const auto& from, const auto& to) {
+        return Retry([&] { return ::rename(from.c_str(), to.c_str()); }, isShare ? 20 : 0) == 0;
+    };
     if (isFat) {
         SyncFolder(old.Path.parent_path());
     }
@@ -242,10 +258,19 @@ void RawFile::Replace(RawFile& old) {
     if (!isFat) {
         old.Close();
     }
-    Require([&] { return ::rename(Path.c_str(), old.Path.c_str()); });
+    const bool isMoved = mayMove && rename(old.Path, aside);
+    if (!rename(Path, old.Path)) {
+        if (isMoved ? !rename(aside, old.Path) : isShare) {
+            Path.clear(); // stays, as the old file may be gone from its name
+        }
+        Fail(errno);
+    }
     Path.clear();
     Sync();
     SyncFolder(old.Path.parent_path());
+    if (isMoved) {
+        ::unlink(aside.c_str());
+    }
 }
 
 unsigned long ProcessNumber() {
