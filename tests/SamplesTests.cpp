@@ -2,25 +2,24 @@
 #include "text/CodePage.h"
 #include "text/Text.h"
 
-#include <set>
+#include <map>
 
 // The page of the samples says what a batch import of them leaves, in tables whose rows end in a
 // number.
 TEST(Samples, LeaveWhatTheirPageSays) {
     const std::filesystem::path page = std::filesystem::path(SAMPLES_FOLDER) / "README.md";
-    std::multiset<std::string> expected;
+    std::map<std::string, int> difference; // of each row: 1 only on the page, -1 only in the ledger
     for (const std::string& line : Fields(ReadAll(page), '\n')) {
         if (line.size() > 4 && Text::IsDigit(line[line.size() - 3]) && line.ends_with(" |")) {
-            expected.insert(line);
+            ++difference[line];
         }
     }
     World world;
     world.Batch(page);
     const KillLedger& ledger = world.Ledger;
-    std::multiset<std::string> rows;
-    const auto addRow = [&rows](const std::string& cells, int number) {
+    const auto addRow = [&difference](const std::string& cells, int number) {
         const auto row = CodePage::ToUnicode("| " + cells + " | " + std::to_string(number) + " |");
-        rows.insert(std::filesystem::path(row).string()); // in UTF-8, like the page
+        --difference[std::filesystem::path(row).string()]; // in UTF-8, like the page
     };
     addRow(std::to_string(ledger.GameNumber), ledger.PartyNumber);
     for (int c = 1; !ledger.CharacterNames[c].empty(); ++c) {
@@ -31,5 +30,6 @@ TEST(Samples, LeaveWhatTheirPageSays) {
             }
         }
     }
-    EXPECT_EQ(rows, expected);
+    std::erase_if(difference, [](const auto& row) { return row.second == 0; });
+    EXPECT_TRUE(difference.empty()) << testing::PrintToString(difference);
 }
