@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Starts the program under wine, waits for its two windows, takes a screenshot with each of them in
-# front, and ends it.
-# usage: photograph-start.sh PROGRAM FOLDER
+# Starts the program, waits for its two windows, takes a screenshot with each of them in front, and
+# ends it.
+# usage: photograph-start.sh FOLDER COMMAND...
 set -euo pipefail
-wine "$1" &
-trap 'wineserver -k' EXIT
+"${@:2}" &
+trap "kill $!" EXIT
 windows() { xdotool search --onlyvisible --name 'Slaying Tallies' || true; }
 for _ in {1..60}; do
     sleep 1
@@ -14,5 +14,5 @@ done
 for window in $(windows); do
     xdotool windowactivate --sync "$window"
     sleep 1
-    import -window root "$2/program-$(xdotool getwindowname "$window" | tr -c '[:alnum:]\n' -).png"
+    import -window root "$1/program-$(xdotool getwindowname "$window" | tr -c '[:alnum:]\n' -).png"
 done

@@ -26,6 +26,10 @@ require_no_paths() {
     return "${found:-1}" # no file at all is wrong, too
 }
 
+# compare_files LIST: reads the names of the files in a release, and fails with the difference if they
+# are not those in LIST.
+compare_files() { LC_ALL=C sort | diff -u "$1" - >&2; }
+
 # compiled_into BUILD TARGET...: the files that the targets of a build folder were compiled from.
 compiled_into() {
     local build=$1

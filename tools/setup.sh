@@ -4,6 +4,9 @@
 # names: g++ 12 and 14, Qt 6.4 and 6.8, clang 14 and 19.
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev)
 TEST_PACKAGES=(libgtest-dev)
+INSTALL_PACKAGES=(cmark-gfm librsvg2-bin) # make the guide and the icons
+DISPLAY_PACKAGES=(xvfb xauth jwm x11-utils)
+PHOTOGRAPH_PACKAGES=(xdotool imagemagick)
 FUZZ_PACKAGES=(clang libclang-rt-dev)
 
 say() { printf '== %s\n' "$*"; }
@@ -27,6 +30,15 @@ need() {
     as_root apt-get update -q
     as_root env DEBIAN_FRONTEND=noninteractive \
         apt-get install -q -y --no-install-recommends "${missing[@]}"
+}
+
+# on_display WIDTHxHEIGHT COMMAND...: runs it on a virtual display with a window manager.
+on_display() {
+    timeout 300 xvfb-run -a -s "-screen 0 ${1}x24" sh -c '
+        shift
+        jwm > /dev/null 2>&1 &
+        until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.1; done
+        exec "$@"' on_display "$@"
 }
 
 # build PRESET [OPTION...]: configures, the first time or when there are options, and builds.

@@ -36,10 +36,7 @@ require_stack_protector() {
 # the next command as if it were on this display.
 on_screen() {
     local status=0
-    timeout 300 xvfb-run -a -s '-screen 0 1024x768x24' sh -c '
-        jwm > /dev/null 2>&1 &
-        until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.1; done
-        "$@"' on_screen "$@" || status=$?
+    on_display 1024x768 "$@" || status=$?
     wineserver -k || true
     return $status
 }
