@@ -32,9 +32,10 @@ need() {
         apt-get install -q -y --no-install-recommends "${missing[@]}"
 }
 
-# on_display WIDTHxHEIGHT COMMAND...: runs it on a virtual display with a window manager.
+# on_display WIDTHxHEIGHT COMMAND...: runs it on a virtual display with a window manager. The display
+# must not start again, and end the window manager, whenever a client was its only one.
 on_display() {
-    timeout 300 xvfb-run -a -s "-screen 0 ${1}x24" sh -c '
+    timeout 300 xvfb-run -a -s "-screen 0 ${1}x24 -noreset" sh -c '
         shift
         jwm > /dev/null 2>&1 &
         until xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"; do sleep 0.1; done
