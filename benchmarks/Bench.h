@@ -80,16 +80,4 @@ void ForEachLine(std::string_view text, Visit visit) {
     }
 }
 
-// Returns the highest slot from 1 to `last` that holds the name, else 0.
-template <class Table>
-[[gnu::noinline]] int Walk(const Table& table, int last, const std::string& name) {
-    int found = 0;
-    for (int slot = 1; slot <= last; ++slot) {
-        if (table[slot] == name) {
-            found = slot;
-        }
-    }
-    return found;
-}
-
 } // namespace Bench

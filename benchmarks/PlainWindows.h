@@ -7,6 +7,7 @@
 class PlainWindows {
 public:
     PlainWindows() {
+        QApplication::setWindowIcon(QIcon(":/slaying-tallies.ico"));
         Main.setWindowTitle("Marrowquill - Slaying Tallies");
         auto* const client = new QWidget(&Main);
         client->setFixedSize(462, 404);

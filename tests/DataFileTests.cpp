@@ -13,7 +13,7 @@ TEST(DataFile, ComesBackByteForByte) {
     const auto saved = FullLedger(New);
     int slot = 0;
     for (const std::string& name : // the first and the last two are about as long as the buffer
-         {std::string(262'122, 'n'), ""s, "Rat \"the\" Bat"s, "\""s, "\"\""s, "a, b"s, ",1,\"x"s,
+         {std::string(262'122, 'n'), ""s, R"(Rat "the" Bat)"s, "\""s, R"("")"s, "a, b"s, ",1,\"x"s,
           "  leading"s, "nul\0nul"s, "tab\t"s, "\r\n1"s, std::string(262'144, 'm'),
           std::string(400'000, 'o')}) {
         saved->CharacterNames[++slot] = name;
@@ -122,9 +122,4 @@ TEST(FileMenu, TellsItsStory) {
         EXPECT_EQ(Text::Trim(state), row[4]);
         EXPECT_TRUE(world.Screen.Answers.empty() && world.Screen.Choices.empty());
     }
-    world.Screen.Services.ShowOpen = [](CommonDialog&) -> bool {
-        throw std::runtime_error("no dialog");
-    };
-    window.mnuFileImport.Click();
-    EXPECT_EQ(world.TakeShown(), " free[]");
 }

@@ -1,5 +1,6 @@
 #include "ScriptedDesktop.h"
 #include "System.h"
+#include "datafile/FieldReader.h"
 #include "files/Files.h"
 #include "text/Failure.h"
 
@@ -21,21 +22,42 @@ std::string AllLines(const std::filesystem::path& file) {
 TEST(LineReader, EndsLinesAtEveryMark) {
     const TemporaryFolder folder;
     for (const auto& [bytes, lines] : {std::pair("", ""),
-                                       {"a", "a|"},
-                                       {"a\nb", "a|b|"},
-                                       {"a\nb\r", "a|b|"},
                                        {"a\r\nb\nc\rd\r\n", "a|b|c|d|"},
                                        {"\r\r\n\n\r", "||||"},
                                        {"a\n\rb", "a||b|"}}) {
         EXPECT_EQ(AllLines(folder.Write("lines", bytes)), lines) << bytes;
     }
-    // At the edge of the buffer, too.
-    for (const std::size_t length : {65533U, 65534U, 65535U, 65536U, 65537U, 131071U, 300000U}) {
+    // At the edge of the buffer of 32 KiB, and of one that has grown, too.
+    for (const std::size_t length : {32765U, 32766U, 32767U, 32768U, 65535U, 65536U, 300000U}) {
         for (const std::string mark : {"\r", "\n", "\r\n"}) {
             const std::string line(length, '\0');
             const auto file = folder.Write("lines", line + mark + mark + line + mark + "end");
             EXPECT_TRUE(AllLines(file) == line + "||" + line + "|end|") << length << mark;
         }
+    }
+}
+
+// Less than 2 GiB for a file, 16 MiB for a line, a sentence or a text, 64 KiB for a number.
+TEST(Readers, RefuseWhatIsLongerThanTheirLimit) {
+    World world;
+    for (const bool fits : {false, true}) {
+        const auto large = world.Folder.Write("large", "");
+        std::filesystem::resize_file(large, 2'147'483'648 - fits);
+        EXPECT_EQ(Outcome([&] { return LineReader(large).Size(); }).has_value(), fits);
+        const auto reads = [&](const std::string& bytes, auto read) {
+            const auto file = world.Folder.Write("long", bytes + '\n');
+            EXPECT_EQ(Outcome([&] { return read(file); }).has_value(), fits) << bytes.substr(0, 2);
+        };
+        const std::string text(16'777'217 - fits, ' ');
+        reads(text, [](const auto& file) { return LineReader(file).ReadLine().size(); });
+        for (const std::string quote : {"", "\""}) {
+            reads(quote + text + quote,
+                  [](const auto& file) { return FieldReader(file).ReadText().size(); });
+            reads(quote + std::string(65'537 - fits, '0') + quote,
+                  [](const auto& file) { return FieldReader(file).ReadNumber<int>(); });
+        }
+        world.ImportText("A: killing 1" + text.substr(15) + "/Rat//");
+        EXPECT_EQ(world.Tallies(), fits ? "A: Rat 1" : "");
     }
 }
 
@@ -47,13 +69,4 @@ TEST(Files, RefuseWhatIsNoRegularFileWithoutWaiting) {
         EXPECT_FALSE(Files::FileExists(path)) << path;
     }
     EXPECT_TRUE(Files::FileExists(folder.Write("empty", "")));
-}
-
-TEST(Files, HaveASizeBelowTwoGibibytes) {
-    const TemporaryFolder folder;
-    const auto file = folder.Write("large", "");
-    std::filesystem::resize_file(file, 2147483647);
-    EXPECT_EQ(LineReader(file).Size(), 2147483647);
-    std::filesystem::resize_file(file, 2147483648);
-    EXPECT_THROW((void)LineReader(file).Size(), Failure);
 }

@@ -82,7 +82,7 @@ private:
     Reply Next(std::deque<Reply>& replies) {
         EXPECT_FALSE(replies.empty()) << "nothing scripted for " << Transcript.back();
         replies.resize(std::max(replies.size(), std::size_t{1}));
-        const Reply reply = replies.front();
+        Reply reply = replies.front();
         replies.pop_front();
         return reply;
     }

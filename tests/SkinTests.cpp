@@ -432,7 +432,7 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
     int loads = 0;
     Tallies->AboutWindow.Window.Load = [&loads] { ++loads; };
     const auto shown = [this] { return Tallies->AboutRenderer.Window(); };
-    for (const int way : {0, 1, 2, 3}) {
+    for (const qsizetype way : {0, 1, 2, 3}) {
         ASSERT_NE(shown(), nullptr);
         QTest::mouseClick(shown()->findChild<QFrame*>(), Qt::RightButton);
         EXPECT_NE(shown(), nullptr);

@@ -162,7 +162,7 @@ public:
         const auto file = Handles.find(call.Handle);
         const bool isFile = file != Handles.end();
         if (call.Name == "open" && (call.Flags & O_DIRECTORY) == 0) {
-            if (Present.count(path) == 0) {
+            if (!Present.contains(path)) {
                 Present[path] = std::make_shared<File>();
                 std::ofstream(path) << std::string(4'000'000, 'x'); // as after a device error
                 Left.push_back(Present);
@@ -194,7 +194,7 @@ public:
     [[nodiscard]] std::set<std::string> Contents(const std::string& path) const {
         std::set<std::string> contents;
         for (const Names& names : Left) {
-            const auto file = names.at(path);
+            const auto& file = names.at(path);
             const bool isFree = Present.at(path) != file && !IsOpen(file);
             contents.insert({IsFat && isFree ? "reused" : file->Bytes, file->Synced});
         }

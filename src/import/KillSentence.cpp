@@ -47,7 +47,9 @@ Clause TakeClause(string_view& ClauseText) {
     const std::size_t digit = FirstDigitPosition(clause.MonsterText);
     if (digit == 0) {
         ClauseText = Text::From(ClauseText, conjunction + And.size());
-    } else { // the name runs into the next clause, which starts at that digit
+    } else {
+        // The name runs into the next clause, which starts at that digit. Unlike the name,
+        // ClauseText still has the blank before it: so one more.
         clause.MonsterText = Text::Before(clause.MonsterText, digit);
         ClauseText = Text::From(ClauseText, digit + 1);
     }
