@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -46,7 +47,10 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
     setSelectionBehavior(SelectRows);
 
     header()->setStretchLastSection(false);
+    header()->setTextElideMode(Qt::ElideRight);
     header()->setSectionsClickable(static_cast<bool>(List.ColumnClick));
+    header()->setSortIndicatorShown(header()->sectionsClickable()); // keeps room for the arrow
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
     header()->setMinimumSectionSize(scale.Length(300));
     connect(header(), &QHeaderView::sectionResized, this, [this, scale] {
         int own = 0;
@@ -54,9 +58,10 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
             own += scale.Length(column.Width);
         }
         // Some styles' vertical scroll bar leaves a pixel less than the columns' own widths. That
-        // is no reason for a horizontal one.
-        setHorizontalScrollBarPolicy(header()->length() > own ? Qt::ScrollBarAsNeeded
-                                                              : Qt::ScrollBarAlwaysOff);
+        // is no reason for a horizontal one, as long as the columns fit into the list.
+        const int fits = std::min(own, scale.Length(List.At.Width));
+        setHorizontalScrollBarPolicy(header()->length() > fits ? Qt::ScrollBarAsNeeded
+                                                               : Qt::ScrollBarAlwaysOff);
     });
     for (int column = 1; column <= model()->columnCount(); ++column) {
         Translate::Follow(List.Column(column).Width, header(),
@@ -92,7 +97,6 @@ void ListWidget::Sync() {
         setCurrentIndex(selected);
         scrollTo(selected);
     }
-    header()->setSortIndicatorShown(List.Sorted());
     if (List.Sorted()) {
         header()->setSortIndicator(List.SortKey,
                                    List.SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -108,8 +112,15 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// Left and Right frame a column, Enter clicks its header.
+// Ctrl and + make the columns as wide as their contents. Left and Right frame a column, Enter
+// clicks its header.
 bool ListWidget::PressInHeader(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Plus && event.modifiers().testFlag(Qt::ControlModifier)) {
+        for (int column = 0; column < Header->count(); ++column) {
+            resizeColumnToContents(column);
+        }
+        return true;
+    }
     if (!List.ColumnClick) {
         return false;
     }
@@ -127,8 +138,9 @@ bool ListWidget::PressInHeader(const QKeyEvent& event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!event.isAutoRepeat()) {
-            frame(Header->Framed());
             List.RaiseColumnClick(Header->Framed() + 1);
+            Sync(); // before the frame, so that screen readers end at the header, sorted by now
+            frame(Header->Framed());
         }
         return true;
     default:
@@ -151,6 +163,15 @@ void ListWidget::keyReleaseEvent(QKeyEvent* event) {
 void ListWidget::focusInEvent(QFocusEvent* event) {
     Header->viewport()->update();
     QTreeView::focusInEvent(event);
+    // Later, since the toolkit reports the focus of the list itself after this event.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (hasFocus() && currentIndex().isValid()) {
+                Header->ReportFocus((currentIndex().row() + 1) * Header->count());
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 void ListWidget::focusOutEvent(QFocusEvent* event) {
@@ -196,30 +217,42 @@ bool ListWidget::viewportEvent(QEvent* event) {
     return true;
 }
 
-// While the list has no keyboard focus its style takes the palette's inactive colours. Not every
-// palette has any that differ clearly from the active ones.
+// While the list has no keyboard focus its style takes the palette's inactive colours. In many
+// palettes they differ from the active ones too much or too little: the mark is a tint here, with a
+// frame that is as easy to see as the mark of the list with the keyboard.
 void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);
     QPalette& palette = option->palette;
+    const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
     const QColor base = palette.color(QPalette::Base);
-    const auto differsFromBase = [&](QPalette::ColorGroup group) {
-        const QColor mark = palette.color(group, QPalette::Highlight);
-        return std::abs(mark.red() - base.red()) + std::abs(mark.green() - base.green()) +
-               std::abs(mark.blue() - base.blue());
-    };
-    if (2 * differsFromBase(QPalette::Inactive) > differsFromBase(QPalette::Active)) {
-        const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
-        const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
-        palette.setColor(QPalette::Inactive, QPalette::Highlight,
-                         QColor(blend(mark.red(), base.red()), blend(mark.green(), base.green()),
-                                blend(mark.blue(), base.blue())));
-        palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
-                         palette.color(QPalette::Active, QPalette::Text));
+    const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
+    palette.setColor(QPalette::Inactive, QPalette::Highlight,
+                     QColor(blend(mark.red(), base.red()), blend(mark.green(), base.green()),
+                            blend(mark.blue(), base.blue())));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                     palette.color(QPalette::Active, QPalette::Text));
+}
+
+void ListWidget::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    QTreeView::drawRow(painter, option, index);
+    if (!hasFocus() && selectionModel()->isSelected(index)) {
+        const QRect row = visualRect(index.siblingAtColumn(0)) |
+                          visualRect(index.siblingAtColumn(Header->count() - 1));
+        painter->setPen(palette().color(QPalette::Active, QPalette::Highlight));
+        painter->drawRect(row.adjusted(0, 0, -1, -1));
     }
 }
 
 void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTreeView::currentChanged(current, previous);
+    // The tree view reports a focus to screen readers, also while another widget has the keyboard.
+    if (hasFocus()) {
+        QTreeView::currentChanged(current, previous);
+    } else {
+        QAbstractItemView::currentChanged(current,
+                                          previous); // NOLINT(bugprone-parent-virtual-call)
+        viewport()->update();
+    }
     if (!Syncing && current.isValid()) {
         List.Select(current.row() + 1);
     }
