@@ -23,7 +23,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -61,19 +60,15 @@ auto Run(std::unique_ptr<Dialog> dialog, Read read) {
     }
     LetWindowsShow();
     // A file dialog that closes together with its list of proposals can leave the toolkit without
-    // an active window, although the window under it has the keyboard.
+    // an active window, although the window under it has the keyboard. activateWindow would not
+    // help: it asks the system, for which nothing changes.
     if (under != nullptr && under->windowHandle() == QGuiApplication::focusWindow()) {
-        QT_WARNING_PUSH
-        QT_WARNING_DISABLE_DEPRECATED // activateWindow asks the system, which has nothing to change
-            QApplication::setActiveWindow(under);
-        QT_WARNING_POP
+        QT_WARNING_PUSH;
+        QT_WARNING_DISABLE_DEPRECATED;
+        QApplication::setActiveWindow(under);
+        QT_WARNING_POP;
     }
     return result;
-}
-
-// Returns the size that a box can have on its screen, with a frame around it.
-QSize Largest(const QWidget& box) {
-    return box.screen()->availableSize() * 0.9;
 }
 
 // A message box that breaks its text into lines of about equal length, and that opens where the
@@ -94,16 +89,12 @@ protected:
         QMessageBox::showEvent(event);
         if (auto* const label = findChild<QLabel*>("qt_msgbox_label")) {
             label->setWordWrap(true);
-            const auto widthWith = [&](int longestLine) {
-                label->setFixedWidth(BalancedWidth(label->fontMetrics(), text(), longestLine));
-                return layout()->totalMinimumSize().width();
-            };
-            const int widest = Largest(*this).width();
-            int width = widthWith(70 * label->fontMetrics().averageCharWidth());
-            if (width > widest) {
-                width = widthWith(label->width() - (width - widest));
-            }
-            width = std::max(width, std::min(TitleWidth(), widest));
+            const int widest = qRound(screen()->availableSize().width() * 0.9);
+            label->setFixedWidth(widest);
+            const int besideIt = layout()->totalMinimumSize().width() - widest;
+            label->setFixedWidth(BalancedWidth(label->fontMetrics(), text(), widest - besideIt));
+            const int width =
+                std::max(layout()->totalMinimumSize().width(), std::min(TitleWidth(), widest));
             setFixedSize(width, layout()->totalHeightForWidth(width));
             adjustPosition(parentWidget());
         }
@@ -113,13 +104,16 @@ protected:
     }
 
 private:
-    // Returns the least width at which the text has as few lines as at the width `longestLine`.
-    static int BalancedWidth(const QFontMetrics& metrics, const QString& text, int longestLine) {
-        constexpr int spare = 2; // pixels
+    // Returns the least width at which the text has as few lines as at the greatest width, for
+    // which there is `room`.
+    static int BalancedWidth(const QFontMetrics& metrics, const QString& text, int room) {
+        constexpr int longestLine = 70; // average characters
+        constexpr int spare = 2;        // pixels
         const auto height = [&](int width) {
             return metrics.boundingRect(0, 0, width, 0, Qt::TextWordWrap, text).height();
         };
-        int width = std::min(metrics.size(0, text).width(), longestLine);
+        int width = std::min({metrics.size(0, text).width(),
+                              longestLine * metrics.averageCharWidth(), room - spare});
         const int least = height(width);
         while (width > 1 && height(width - 1) == least) {
             --width;
@@ -144,8 +138,8 @@ private:
         return rows;
     }
 
-    // Moves the box under or over a row, whichever is nearest, if it would cover one and there is
-    // room. With its frame it may be too wide for the screen.
+    // Moves the box under or over the rows if it would cover them and there is room. It may begin a
+    // frame's width outside of the screen.
     void LeaveInSight(const QRegion& rows) {
         // Its own frame is not known yet, nor whether the platform takes the position as that of
         // the frame or of what is in it.
@@ -155,13 +149,9 @@ private:
         const QRect now =
             geometry().adjusted(outer.left() - inner.left(), -title, outer.right() - inner.right(),
                                 outer.bottom() - inner.bottom() + title);
-        std::vector<int> tops{now.top()};
-        for (const QRect& row : rows) {
-            tops.insert(tops.end(), {row.bottom() + 1, row.top() - now.height()});
-        }
-        std::ranges::sort(tops, {}, [&](int top) { return std::abs(top - now.top()); });
+        const QRect all = rows.boundingRect();
         const QRect room = screen()->availableGeometry();
-        for (const int top : tops) {
+        for (const int top : {now.top(), all.bottom() + 1, all.top() - now.height()}) {
             QRect place = now;
             place.moveTop(top);
             if (!rows.intersects(place) && top >= room.top() && place.bottom() <= room.bottom()) {
@@ -221,7 +211,7 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size,
     if (auto* const files = box->findChild<QTreeView*>("treeView")) {
         const QFontMetrics metrics = files->fontMetrics();
         const QSize readable(130 * metrics.averageCharWidth(), 30 * metrics.lineSpacing());
-        const QSize first = readable.boundedTo(Largest(*box));
+        const QSize first = readable.boundedTo(box->screen()->availableSize() * 0.9);
         files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         if (first.width() == readable.width()) { // else the names would get what the others leave
             files->header()->setSectionResizeMode(0, QHeaderView::Stretch);

@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 
 #include <algorithm>
@@ -59,9 +60,9 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
         }
         // Some styles' vertical scroll bar leaves a pixel less than the columns' own widths. That
         // is no reason for a horizontal one, as long as the columns fit into the list.
-        const int fits = std::min(own, scale.Length(List.At.Width));
-        setHorizontalScrollBarPolicy(header()->length() > fits ? Qt::ScrollBarAsNeeded
-                                                               : Qt::ScrollBarAlwaysOff);
+        own = std::min(own, scale.Length(List.At.Width));
+        setHorizontalScrollBarPolicy(header()->length() > own ? Qt::ScrollBarAsNeeded
+                                                              : Qt::ScrollBarAlwaysOff);
     });
     for (int column = 1; column <= model()->columnCount(); ++column) {
         Translate::Follow(List.Column(column).Width, header(),
@@ -116,9 +117,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
 // clicks its header.
 bool ListWidget::PressInHeader(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Plus && event.modifiers().testFlag(Qt::ControlModifier)) {
-        for (int column = 0; column < Header->count(); ++column) {
-            resizeColumnToContents(column);
-        }
+        Header->resizeSections(QHeaderView::ResizeToContents);
         return true;
     }
     if (!List.ColumnClick) {
@@ -164,14 +163,11 @@ void ListWidget::focusInEvent(QFocusEvent* event) {
     Header->viewport()->update();
     QTreeView::focusInEvent(event);
     // Later, since the toolkit reports the focus of the list itself after this event.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (hasFocus() && currentIndex().isValid()) {
-                Header->ReportFocus((currentIndex().row() + 1) * Header->count());
-            }
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this] {
+        if (hasFocus() && currentIndex().isValid()) {
+            Header->ReportFocus((currentIndex().row() + 1) * Header->count());
+        }
+    });
 }
 
 void ListWidget::focusOutEvent(QFocusEvent* event) {
@@ -217,18 +213,15 @@ bool ListWidget::viewportEvent(QEvent* event) {
     return true;
 }
 
-// While the list has no keyboard focus its style takes the palette's inactive colours. In many
-// palettes they differ from the active ones too much or too little: the mark is a tint here, with a
-// frame that is as easy to see as the mark of the list with the keyboard.
+// Without the keyboard a list has the palette's inactive colours, which in many palettes differ too
+// much or too little from the active ones. Here the mark is a tint, with a frame in the active
+// colour.
 void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);
     QPalette& palette = option->palette;
-    const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
-    const QColor base = palette.color(QPalette::Base);
-    const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
-    palette.setColor(QPalette::Inactive, QPalette::Highlight,
-                     QColor(blend(mark.red(), base.red()), blend(mark.green(), base.green()),
-                            blend(mark.blue(), base.blue())));
+    QColor tint = palette.color(QPalette::Active, QPalette::Highlight);
+    tint.setAlpha(85); // of 255: a third
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, tint);
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
                      palette.color(QPalette::Active, QPalette::Text));
 }
@@ -245,12 +238,11 @@ void ListWidget::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
 }
 
 void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    // The tree view reports a focus to screen readers, also while another widget has the keyboard.
-    if (hasFocus()) {
+    if (hasFocus()) { // else the tree view would still report a focus to screen readers
         QTreeView::currentChanged(current, previous);
     } else {
-        QAbstractItemView::currentChanged(current,
-                                          previous); // NOLINT(bugprone-parent-virtual-call)
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        QAbstractItemView::currentChanged(current, previous);
         viewport()->update();
     }
     if (!Syncing && current.isValid()) {
