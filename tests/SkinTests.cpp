@@ -429,7 +429,7 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     // An answer, and a size of type. The second box is wider than the window, the last one would
     // be wider than the screen.
     for (const auto& [answer, points] :
-         {std::pair(Qt::Key_Escape, 9), {Qt::Key_N, 15}, {Qt::Key_Return, 30}}) {
+         {std::pair(Qt::Key_Escape, 9), {Qt::Key_N, 18}, {Qt::Key_Return, 30}}) {
         QFont font = UsualFont;
         font.setPointSize(points);
         QApplication::setFont(font);
@@ -453,6 +453,7 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     }
     EXPECT_FALSE(Rows(Characters).contains("Jon 16"));
     Tallies->AboutRenderer.Window()->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Tallies->AboutRenderer.Window()));
     Tallies->MainWindow.Window.MousePointer = Pointer::Hourglass;
     const auto look = [this](QWidget* box) {
         EXPECT_EQ(box->parentWidget(), Window);
