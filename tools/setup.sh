@@ -3,7 +3,7 @@
 # What the commands install. Debian 12 and 13 have different versions of these under the same
 # names: g++ 12 and 14, Qt 6.4 and 6.8, clang 14 and 19.
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev)
-TEST_PACKAGES=(libgtest-dev)
+TEST_PACKAGES=(libgtest-dev qt6-base-private-dev)
 INSTALL_PACKAGES=(cmark-gfm librsvg2-bin) # make the guide and the icons
 DISPLAY_PACKAGES=(xvfb xauth jwm x11-utils)
 PHOTOGRAPH_PACKAGES=(xdotool imagemagick)

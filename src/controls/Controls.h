@@ -142,7 +142,7 @@ struct ListItem {
 struct ColumnHeader {
     std::string Text;
     Property<int> Width = 1440;
-    Property<Alignment> Align = Alignment::Left;
+    Alignment Align = Alignment::Left;
 };
 
 // A table: rows of cells under column headers. One row is selected as long as there are rows.
@@ -185,8 +185,8 @@ public:
 
     // Switching `Sorted` on orders the rows at once by the text of column SortKey + 1, even if it
     // was on already. Tags, cells and selection stay with their rows.
-    Property<int> SortKey = 0;
-    Property<int> SortOrder = 0; // 0 ascending, 1 descending
+    int SortKey = 0;
+    int SortOrder = 0; // 0 ascending, 1 descending
     bool Sorted() const { return IsSorted; }
     void SetSorted(bool on);
 

@@ -19,6 +19,7 @@
 #include <QSettings>
 #include <QTimer>
 #include <QTreeView>
+#include <QWindow>
 
 #include <algorithm>
 #include <memory>
@@ -58,6 +59,15 @@ auto Run(std::unique_ptr<Dialog> dialog, Read read) {
         under->activateWindow();
     }
     LetWindowsShow();
+    // A file dialog that closes together with its list of proposals can leave the toolkit without
+    // an active window, although the window under it has the keyboard. activateWindow would not
+    // help: it asks the system, for which nothing changes.
+    if (under != nullptr && under->windowHandle() == QGuiApplication::focusWindow()) {
+        QT_WARNING_PUSH;
+        QT_WARNING_DISABLE_DEPRECATED;
+        QApplication::setActiveWindow(under);
+        QT_WARNING_POP;
+    }
     return result;
 }
 
@@ -79,8 +89,12 @@ protected:
         QMessageBox::showEvent(event);
         if (auto* const label = findChild<QLabel*>("qt_msgbox_label")) {
             label->setWordWrap(true);
-            label->setFixedWidth(BalancedWidth(label->fontMetrics(), text()));
-            const int width = std::max(layout()->totalMinimumSize().width(), TitleWidth());
+            const int widest = qRound(screen()->availableSize().width() * 0.9);
+            label->setFixedWidth(widest);
+            const int besideIt = layout()->totalMinimumSize().width() - widest;
+            label->setFixedWidth(BalancedWidth(label->fontMetrics(), text(), widest - besideIt));
+            const int width =
+                std::max(layout()->totalMinimumSize().width(), std::min(TitleWidth(), widest));
             setFixedSize(width, layout()->totalHeightForWidth(width));
             adjustPosition(parentWidget());
         }
@@ -90,15 +104,16 @@ protected:
     }
 
 private:
-    // Returns the least width at which the text has as few lines as at the greatest width.
-    static int BalancedWidth(const QFontMetrics& metrics, const QString& text) {
+    // Returns the least width at which the text has as few lines as at the greatest width, for
+    // which there is `room`.
+    static int BalancedWidth(const QFontMetrics& metrics, const QString& text, int room) {
         constexpr int longestLine = 70; // average characters
         constexpr int spare = 2;        // pixels
         const auto height = [&](int width) {
             return metrics.boundingRect(0, 0, width, 0, Qt::TextWordWrap, text).height();
         };
-        int width =
-            std::min(metrics.size(0, text).width(), longestLine * metrics.averageCharWidth());
+        int width = std::min({metrics.size(0, text).width(),
+                              longestLine * metrics.averageCharWidth(), room - spare});
         const int least = height(width);
         while (width > 1 && height(width - 1) == least) {
             --width;
@@ -123,7 +138,8 @@ private:
         return rows;
     }
 
-    // Moves the box under or over the rows if it would cover them and there is room.
+    // Moves the box under or over the rows if it would cover them and there is room. It may begin a
+    // frame's width outside of the screen.
     void LeaveInSight(const QRegion& rows) {
         // Its own frame is not known yet, nor whether the platform takes the position as that of
         // the frame or of what is in it.
@@ -134,10 +150,11 @@ private:
             geometry().adjusted(outer.left() - inner.left(), -title, outer.right() - inner.right(),
                                 outer.bottom() - inner.bottom() + title);
         const QRect all = rows.boundingRect();
+        const QRect room = screen()->availableGeometry();
         for (const int top : {now.top(), all.bottom() + 1, all.top() - now.height()}) {
             QRect place = now;
             place.moveTop(top);
-            if (!rows.intersects(place) && screen()->availableGeometry().contains(place)) {
+            if (!rows.intersects(place) && top >= room.top() && place.bottom() <= room.bottom()) {
                 move(x(), y() + top - now.top());
                 return;
             }
@@ -145,7 +162,7 @@ private:
     }
 };
 
-Answer ShowMessage(const Message& message) {
+Answer ShowMessage(const Message& message, QWidget* owner) {
     QApplication::setOverrideCursor(Qt::ArrowCursor); // also while a command shows the hourglass
     const auto restore = qScopeGuard([] { QApplication::restoreOverrideCursor(); });
     const bool question = message.Choice == Buttons::YesNo;
@@ -154,7 +171,7 @@ Answer ShowMessage(const Message& message) {
                                      Translate::ToScreen(message.Prompt).remove('\r'),
                                      question ? QMessageBox::Yes | QMessageBox::No
                                               : QMessageBox::StandardButtons(QMessageBox::Ok),
-                                     QApplication::activeWindow());
+                                     owner);
     box->setTextFormat(Qt::PlainText);
     box->setDefaultButton(QMessageBox::Yes); // else the desktop would choose; Esc is always No
     return Run(std::move(box), [question](const QMessageBox&, int pressed) {
@@ -177,9 +194,8 @@ QString ToNameFilter(std::string_view filter) {
 
 // Opens the toolkit's dialog large enough to read, or at `size` if there is one, and updates
 // `size`. A system's own dialog has its own ways.
-bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size) {
-    auto box = std::make_unique<QFileDialog>(QApplication::activeWindow(),
-                                             Translate::ToScreen(dialog.DialogTitle));
+bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size, QWidget* owner) {
+    auto box = std::make_unique<QFileDialog>(owner, Translate::ToScreen(dialog.DialogTitle));
     box->setAcceptMode(mode);
     box->setFileMode((dialog.Flags & CommonDialog::FileMustExist) != 0 ? QFileDialog::ExistingFile
                                                                        : QFileDialog::AnyFile);
@@ -193,12 +209,14 @@ bool ShowDialog(CommonDialog& dialog, QFileDialog::AcceptMode mode, QSize& size)
     }
     box->setNameFilter(ToNameFilter(dialog.Filter));
     if (auto* const files = box->findChild<QTreeView*>("treeView")) {
-        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         const QFontMetrics metrics = files->fontMetrics();
         const QSize readable(130 * metrics.averageCharWidth(), 30 * metrics.lineSpacing());
-        const QSize largest = box->screen()->availableSize() * 0.9;
-        box->resize(size.isEmpty() ? readable.boundedTo(largest) : size);
+        const QSize first = readable.boundedTo(box->screen()->availableSize() * 0.9);
+        files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        if (first.width() == readable.width()) { // else the names would get what the others leave
+            files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        }
+        box->resize(size.isEmpty() ? first : size);
     }
     if (auto* const places = box->findChild<QListView*>("sidebar")) {
         places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
@@ -235,19 +253,19 @@ void LockDrawing(ListView* list) {
 
 } // namespace
 
-Desktop RealDesktop() {
+Desktop RealDesktop(const std::function<QWidget*()>& owner) {
     // The toolkit's file dialog would save its history. No file can be created in this folder, so a
     // run leaves no settings. On Windows it uses the registry.
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, ":/nowhere");
 
     const auto dialogSize = std::make_shared<QSize>();
     Desktop desktop;
-    desktop.ShowMessage = ShowMessage;
-    desktop.ShowOpen = [dialogSize](CommonDialog& dialog) {
-        return ShowDialog(dialog, QFileDialog::AcceptOpen, *dialogSize);
+    desktop.ShowMessage = [owner](const Message& message) { return ShowMessage(message, owner()); };
+    desktop.ShowOpen = [dialogSize, owner](CommonDialog& dialog) {
+        return ShowDialog(dialog, QFileDialog::AcceptOpen, *dialogSize, owner());
     };
-    desktop.ShowSave = [dialogSize](CommonDialog& dialog) {
-        return ShowDialog(dialog, QFileDialog::AcceptSave, *dialogSize);
+    desktop.ShowSave = [dialogSize, owner](CommonDialog& dialog) {
+        return ShowDialog(dialog, QFileDialog::AcceptSave, *dialogSize, owner());
     };
     desktop.ClipboardClear = [] { QApplication::clipboard()->clear(); };
     desktop.ClipboardSetText = [](std::string_view text) {

@@ -2,5 +2,8 @@
 
 #include "controls/Desktop.h"
 
-// Returns the services of the real desktop. Needs a QApplication.
-Desktop RealDesktop();
+class QWidget;
+
+// Returns the services of the real desktop. Boxes and dialogs belong to the window that `owner`
+// returns, whichever is active. Needs a QApplication.
+Desktop RealDesktop(const std::function<QWidget*()>& owner);

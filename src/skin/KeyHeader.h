@@ -21,8 +21,14 @@ public:
     void FrameByKey(int section) {
         FrameShows = true;
         Frame(section);
+        ReportFocus(section);
+    }
+
+    // Reports the focus of a cell of the list to screen readers. The header's cells come first,
+    // from 0, then those of the rows.
+    void ReportFocus(int cell) const {
         QAccessibleEvent focused(parentWidget(), QAccessible::Focus);
-        focused.setChild(section); // the header cells are the list's first children
+        focused.setChild(cell);
         QAccessible::updateAccessibility(&focused);
     }
 

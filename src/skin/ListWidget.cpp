@@ -6,7 +6,9 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 
 #include <algorithm>
@@ -46,7 +48,10 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
     setSelectionBehavior(SelectRows);
 
     header()->setStretchLastSection(false);
+    header()->setTextElideMode(Qt::ElideRight);
     header()->setSectionsClickable(static_cast<bool>(List.ColumnClick));
+    header()->setSortIndicatorShown(header()->sectionsClickable()); // keeps room for the arrow
+    header()->setSortIndicator(-1, Qt::AscendingOrder);
     header()->setMinimumSectionSize(scale.Length(300));
     connect(header(), &QHeaderView::sectionResized, this, [this, scale] {
         int own = 0;
@@ -54,7 +59,8 @@ ListWidget::ListWidget(ListView& list, const Translate::Scale& scale, QWidget* p
             own += scale.Length(column.Width);
         }
         // Some styles' vertical scroll bar leaves a pixel less than the columns' own widths. That
-        // is no reason for a horizontal one.
+        // is no reason for a horizontal one, as long as the columns fit into the list.
+        own = std::min(own, scale.Length(List.At.Width));
         setHorizontalScrollBarPolicy(header()->length() > own ? Qt::ScrollBarAsNeeded
                                                               : Qt::ScrollBarAlwaysOff);
     });
@@ -92,7 +98,6 @@ void ListWidget::Sync() {
         setCurrentIndex(selected);
         scrollTo(selected);
     }
-    header()->setSortIndicatorShown(List.Sorted());
     if (List.Sorted()) {
         header()->setSortIndicator(List.SortKey,
                                    List.SortOrder == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
@@ -108,8 +113,13 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// Left and Right frame a column, Enter clicks its header.
+// Ctrl and + make the columns as wide as their contents. Left and Right frame a column, Enter
+// clicks its header.
 bool ListWidget::PressInHeader(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Plus && event.modifiers().testFlag(Qt::ControlModifier)) {
+        Header->resizeSections(QHeaderView::ResizeToContents);
+        return true;
+    }
     if (!List.ColumnClick) {
         return false;
     }
@@ -127,8 +137,9 @@ bool ListWidget::PressInHeader(const QKeyEvent& event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         if (!event.isAutoRepeat()) {
-            frame(Header->Framed());
             List.RaiseColumnClick(Header->Framed() + 1);
+            Sync(); // before the frame, so that screen readers end at the header, sorted by now
+            frame(Header->Framed());
         }
         return true;
     default:
@@ -151,6 +162,12 @@ void ListWidget::keyReleaseEvent(QKeyEvent* event) {
 void ListWidget::focusInEvent(QFocusEvent* event) {
     Header->viewport()->update();
     QTreeView::focusInEvent(event);
+    // Later, since the toolkit reports the focus of the list itself after this event.
+    QTimer::singleShot(0, this, [this] {
+        if (hasFocus() && currentIndex().isValid()) {
+            Header->ReportFocus((currentIndex().row() + 1) * Header->count());
+        }
+    });
 }
 
 void ListWidget::focusOutEvent(QFocusEvent* event) {
@@ -196,30 +213,38 @@ bool ListWidget::viewportEvent(QEvent* event) {
     return true;
 }
 
-// While the list has no keyboard focus its style takes the palette's inactive colours. Not every
-// palette has any that differ clearly from the active ones.
+// Without the keyboard a list has the palette's inactive colours, which in many palettes differ too
+// much or too little from the active ones. Here the mark is a tint, with a frame in the active
+// colour.
 void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);
     QPalette& palette = option->palette;
-    const QColor base = palette.color(QPalette::Base);
-    const auto differsFromBase = [&](QPalette::ColorGroup group) {
-        const QColor mark = palette.color(group, QPalette::Highlight);
-        return std::abs(mark.red() - base.red()) + std::abs(mark.green() - base.green()) +
-               std::abs(mark.blue() - base.blue());
-    };
-    if (2 * differsFromBase(QPalette::Inactive) > differsFromBase(QPalette::Active)) {
-        const QColor mark = palette.color(QPalette::Active, QPalette::Highlight);
-        const auto blend = [](int strong, int weak) { return (strong + 2 * weak) / 3; };
-        palette.setColor(QPalette::Inactive, QPalette::Highlight,
-                         QColor(blend(mark.red(), base.red()), blend(mark.green(), base.green()),
-                                blend(mark.blue(), base.blue())));
-        palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
-                         palette.color(QPalette::Active, QPalette::Text));
+    QColor tint = palette.color(QPalette::Active, QPalette::Highlight);
+    tint.setAlpha(85); // of 255: a third
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, tint);
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText,
+                     palette.color(QPalette::Active, QPalette::Text));
+}
+
+void ListWidget::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+    QTreeView::drawRow(painter, option, index);
+    if (!hasFocus() && selectionModel()->isSelected(index)) {
+        const QRect row = visualRect(index.siblingAtColumn(0)) |
+                          visualRect(index.siblingAtColumn(Header->count() - 1));
+        painter->setPen(palette().color(QPalette::Active, QPalette::Highlight));
+        painter->drawRect(row.adjusted(0, 0, -1, -1));
     }
 }
 
 void ListWidget::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-    QTreeView::currentChanged(current, previous);
+    if (hasFocus()) { // else the tree view would still report a focus to screen readers
+        QTreeView::currentChanged(current, previous);
+    } else {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call)
+        QAbstractItemView::currentChanged(current, previous);
+        viewport()->update();
+    }
     if (!Syncing && current.isValid()) {
         List.Select(current.row() + 1);
     }

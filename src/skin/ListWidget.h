@@ -30,12 +30,14 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
 private:
-    // Returns whether the key was one for the header.
+    // Returns whether the key was one for the columns or their header.
     bool PressInHeader(const QKeyEvent& event);
 
     ListView& List;

@@ -54,7 +54,11 @@ public:
         }
         const ColumnHeader& header = List.ColumnHeaders[static_cast<std::size_t>(section)];
         if (role == Qt::TextAlignmentRole) {
-            return static_cast<int>(Translate::ToScreen(header.Align.Get()) | Qt::AlignVCenter);
+            return static_cast<int>(Translate::ToScreen(header.Align) | Qt::AlignVCenter);
+        }
+        if (role == Qt::AccessibleTextRole && List.Sorted() && section == List.SortKey) {
+            const char* const direction = List.SortOrder == 0 ? "ascending" : "descending";
+            return Translate::ToScreen(header.Text + ", sorted " + direction);
         }
         return role == Qt::DisplayRole ? Translate::ToScreen(header.Text) : QVariant();
     }
