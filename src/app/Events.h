@@ -10,8 +10,7 @@ namespace Main {
 void Form_Load(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
                const Desktop& desktop);
 
-// Connects the controls of both windows to their routines. The windows keep references to all four
-// arguments.
+// Connects the controls of both windows to their routines. The windows refer to all four arguments.
 void WireEvents(KillLedger& ledger, Slaying_Tallies& window, frmAbout& about,
                 const Desktop& desktop);
 

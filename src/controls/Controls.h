@@ -190,8 +190,7 @@ public:
     bool Sorted() const { return IsSorted; }
     void SetSorted(bool on);
 
-    // Raise the player's events. Row events are dropped unless the list is enabled and a row is
-    // selected.
+    // Raise the player's events; those of rows only if the list is enabled and a row is selected.
     void RaiseClick() const;
     void RaiseKeyUp(int keyCode, int shift) const;
     void RaiseColumnClick(int column) const;
@@ -203,8 +202,7 @@ private:
     bool HasRowEvents() const;
     std::size_t Index(int number) const;
 
-    // The first RowCount entries are the rows. The rest is left over from a longer list, so that a
-    // refill can reuse its memory.
+    // The first RowCount entries are the rows. The rest is memory that a refill can use again.
     std::vector<ListItem> Rows;
     std::size_t RowCount = 0;
     int Selected = 0;

@@ -21,8 +21,7 @@ struct Message {
     Icon Sign = Icon::None;
 };
 
-// Everything that leaves the process or blocks it. The skin provides the real one, tests one with
-// scripted answers.
+// All that leaves the process or blocks it. The skin has the real one, tests have a scripted one.
 struct Desktop {
     // Modal; returns the button pressed. A box that is closed without a button answers Ok or No.
     std::function<Answer(const Message&)> ShowMessage;

@@ -13,8 +13,7 @@ void WriteDataFile(const KillLedger& ledger, const std::filesystem::path& path);
 
 // Reads all fields of a file into the ledger. Returns false, with nothing changed, if the first one
 // is not a format mark. Throws Failure if the file ends early, a number does not fit its field or a
-// field is too long, and std::system_error if the file cannot be read; the fields before that have
-// their new values then.
+// field is too long, std::system_error if the file cannot be read; earlier fields are new then.
 bool ReadDataFile(KillLedger& ledger, const std::filesystem::path& path);
 
 } // namespace Main

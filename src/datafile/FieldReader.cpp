@@ -26,8 +26,7 @@ bool FieldReader::Has(std::size_t offset) {
     return true;
 }
 
-// Returns the bytes from `first` to `end` and continues at `next`, after the comma or line end
-// there.
+// Returns the bytes from `first` to `end` and goes on after the comma or line end at `next`.
 std::string_view FieldReader::Take(std::size_t first, std::size_t end, std::size_t next) {
     if (Has(next)) {
         const bool pair =

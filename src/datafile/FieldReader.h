@@ -17,8 +17,7 @@ public:
     // Throws as ByteWindow does.
     explicit FieldReader(const std::filesystem::path& path) : Window(path) {}
 
-    // Whether the next field, quoted or not, begins with `start`. True too if the file ends before
-    // they differ.
+    // Whether the next field, quoted or not, begins with `start`, as far as the file goes.
     bool CanBegin(std::string_view start);
 
     // Returns the next field as text, valid until the next call. Throws Failure if there is none,

@@ -35,8 +35,7 @@ private:
     bool Exhausted = false;
 };
 
-// Reads a text file line by line. A line ends at CR, CR LF or LF, which is not part of it, or at
-// the end of the file.
+// Reads a file by lines. A line ends before CR, CR LF or LF, or at the end of the file.
 class LineReader {
 public:
     // Throws as RawFile does.

@@ -7,8 +7,7 @@
 
 namespace Main {
 
-// Returns the highest slot of the imported turns with this length in bytes and this fingerprint, or
-// 0 if there is none.
+// Returns the highest slot with this length in bytes and this fingerprint, 0 if there is none.
 int FindTurnRecord(const KillLedger& ledger, std::int32_t fileLength, std::string_view fingerprint);
 
 } // namespace Main

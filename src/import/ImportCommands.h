@@ -10,8 +10,7 @@ namespace Main {
 // Imports one report, chosen by the player.
 void mnuFileImport_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
-// Imports all reports of a folder. The player chooses it by picking any file in it. A failure in
-// one report ends the batch.
+// Imports all reports of the folder of the chosen file. A failure in one report ends the batch.
 void mnuFileBatch_Click(KillLedger& ledger, Slaying_Tallies& window, const Desktop& desktop);
 
 } // namespace Main

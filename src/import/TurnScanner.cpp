@@ -41,8 +41,7 @@ bool ContainsAny(string_view line, const Phrases& phrases) {
                        [line](string_view phrase) { return Text::Contains(line, phrase); });
 }
 
-// A kill sentence goes on over all lines but those that are blank or contain ":", "killing" or a
-// stop phrase.
+// A kill sentence goes on up to a line that is blank or contains ":", "killing" or a stop phrase.
 bool IsContinuation(string_view line) {
     return !Text::Contains(line, Colon) && !Text::Contains(line, Killing) &&
            !Text::Trim(line).empty() && !ContainsAny(line, StopPhrases);

@@ -2,8 +2,7 @@
 
 #include "ledger/KillLedger.h"
 
-// Deletions by the player. Monster names and imported turns stay: a report whose kills were deleted
-// is still refused.
+// Deletions by the player. Monster names and imported turns stay: their reports are refused.
 namespace Main {
 
 // Clears the name, the total and all kills of a character, which frees the slot. Slots 1 to 99.

@@ -15,8 +15,7 @@ namespace {
 using std::string_view;
 
 // A regular plural: the singular without its last `Dropped` characters, then `Ending`. And back:
-// the plural without its last `Restored` characters, then `Singular`. What is dropped can be
-// anything.
+// the plural without its last `Restored` characters, whatever they are, then `Singular`.
 struct PluralRule {
     std::size_t Dropped;
     string_view Ending;
@@ -79,8 +78,7 @@ std::optional<std::string> ReconcileRight(string_view given, string_view stored)
 // stored name if a test says so. After a match none fires, but the names are still cut: one that is
 // too short still throws.
 
-// For two names that hold a blank: the left parts are a pair like Man and Men, or differ by one
-// last character.
+// For names with blanks: the left parts are a pair like Man and Men, or differ by a last character.
 bool ReconcileCompound(string_view name, std::string& slot, bool found) {
     const Compound given(name);
     const Compound stored(slot);

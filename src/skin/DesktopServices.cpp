@@ -22,6 +22,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 
 namespace {
@@ -29,11 +30,9 @@ namespace {
 // Repaints what a closed box has covered, while keys and clicks wait: a command that goes on from
 // here draws nothing but its status until it ends.
 void LetWindowsShow() {
-    constexpr int milliseconds = 60;
+    constexpr std::chrono::milliseconds time(60);
     QEventLoop loop;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
-    timer.start(milliseconds);
+    QTimer::singleShot(time, &loop, &QEventLoop::quit);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
@@ -104,8 +103,7 @@ protected:
     }
 
 private:
-    // Returns the least width at which the text has as few lines as at the greatest width, for
-    // which there is `room`.
+    // Returns the least width at which the text has as few lines as at the greatest within `room`.
     static int BalancedWidth(const QFontMetrics& metrics, const QString& text, int room) {
         constexpr int longestLine = 70; // average characters
         constexpr int spare = 2;        // pixels

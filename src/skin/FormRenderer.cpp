@@ -255,8 +255,7 @@ private:
     // The pointer of the window shows over its text boxes too, which have pointers of their own.
     void SetPointer(Pointer shape) {
         const bool busy = shape == Pointer::Hourglass;
-        if (busy != Busy) {
-            Busy = busy;
+        if (busy != std::exchange(Busy, busy)) {
             if (busy) {
                 QApplication::setOverrideCursor(Qt::WaitCursor);
             } else {

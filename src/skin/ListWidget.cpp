@@ -113,8 +113,7 @@ void ListWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-// Ctrl and + make the columns as wide as their contents. Left and Right frame a column, Enter
-// clicks its header.
+// Ctrl and + fit the columns to their contents. Left and Right frame a column, Enter clicks it.
 bool ListWidget::PressInHeader(const QKeyEvent& event) {
     if (event.key() == Qt::Key_Plus && event.modifiers().testFlag(Qt::ControlModifier)) {
         Header->resizeSections(QHeaderView::ResizeToContents);
@@ -148,8 +147,7 @@ bool ListWidget::PressInHeader(const QKeyEvent& event) {
 }
 
 // A release counts only if the key was pressed here: the Enter that closes a message box is
-// released over the list. A key that is held down sends releases of its own, which do not count
-// either.
+// released over the list. The releases that a key sends while it is held down do not count.
 void ListWidget::keyReleaseEvent(QKeyEvent* event) {
     QTreeView::keyReleaseEvent(event);
     if (!event->isAutoRepeat() && KeysDown.erase(event->key()) > 0) {
@@ -213,9 +211,8 @@ bool ListWidget::viewportEvent(QEvent* event) {
     return true;
 }
 
-// Without the keyboard a list has the palette's inactive colours, which in many palettes differ too
-// much or too little from the active ones. Here the mark is a tint, with a frame in the active
-// colour.
+// Without the keyboard a list has the palette's inactive colours, which may differ too much or too
+// little from the active ones. Here the mark is a tint, with a frame in the active colour.
 void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
     QTreeView::initViewItemOption(option);
     QPalette& palette = option->palette;

@@ -17,8 +17,7 @@ public:
         endResetModel();
     }
 
-    // The view calls index and flags for each row of a refill. They do without the checks of the
-    // base class.
+    // Called for each row of a refill, as is flags: without the checks of the base class.
     QModelIndex index(int row, int column, const QModelIndex& parent) const override {
         const bool exists = !parent.isValid() && row >= 0 && row < Rows && column >= 0 &&
                             column < static_cast<int>(List.ColumnHeaders.size());

@@ -19,8 +19,7 @@ double Read(std::string_view text);
 // Whether all of `text` is one such number, with or without blanks around it.
 bool IsNumber(std::string_view text);
 
-// Rounds `value` to a whole number, ties to even. Throws Failure if the result does not fit
-// `Whole`.
+// Rounds to a whole number, ties to even. Throws Failure if the result does not fit `Whole`.
 template <class Whole>
 Whole RoundInto(double value) {
     const double rounded = std::nearbyint(value);

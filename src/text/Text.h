@@ -29,8 +29,7 @@ inline std::string_view Before(std::string_view text, std::size_t position) {
     return text.substr(0, position - 1);
 }
 
-// The text from `position` on; empty if the text ends earlier. Throws std::out_of_range for
-// position 0.
+// The text from `position` on, if any. Throws std::out_of_range for position 0.
 inline std::string_view From(std::string_view text, std::size_t position) {
     return position > text.size() ? std::string_view{} : text.substr(position - 1);
 }
