@@ -33,8 +33,7 @@ Field FullField(int number) {
     if constexpr (std::is_same_v<Field, std::string>) {
         return "name " + std::to_string(number);
     } else {
-        const int value = 1000 + (number & 0x3FFF);
-        return static_cast<Field>((number & 15) != 0 ? value : -value);
+        return static_cast<Field>(1000 + (number & 0x3FFF));
     }
 }
 

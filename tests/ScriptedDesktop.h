@@ -147,12 +147,6 @@ struct World {
         }
         return tallies;
     }
-    // Game, party and tallies: "12/1047 Aron: Rat 3".
-    [[nodiscard]] std::string State() const {
-        const std::string tallies = Tallies();
-        return std::to_string(Ledger.GameNumber) + '/' + std::to_string(Ledger.PartyNumber) +
-               (tallies.empty() ? "" : ' ' + tallies);
-    }
     Lines TakeBoxes() {
         std::erase_if(Screen.Transcript, [](const auto& line) { return line[0] != '['; });
         return std::exchange(Screen.Transcript, {});

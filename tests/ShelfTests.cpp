@@ -19,7 +19,9 @@ std::string Left(const std::string& report) {
         world.ImportText(report);
     }
     EXPECT_TRUE(world.TakeShown().find(" free[]") != std::string::npos) << report;
-    std::string left = world.State();
+    std::string left = std::to_string(world.Ledger.GameNumber) + '/' +
+                       std::to_string(world.Ledger.PartyNumber) + ' ' + world.Tallies();
+    left.resize(left.find_last_not_of(' ') + 1);
     std::replace_if(
         left.begin(), left.end(), [](unsigned char c) { return c < ' ' || c > '~' || c == '|'; },
         '?');

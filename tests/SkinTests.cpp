@@ -81,17 +81,17 @@ protected:
     // Does `answer` with the modal box that opens while `work` runs. Returns whether one did.
     template <class Work, class Answer>
     bool WithBox(Work work, Answer answer) {
-        int ticks = 0;
+        bool opened = false;
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
             QWidget* const box = QApplication::activeModalWidget();
-            if (box != nullptr && ++ticks == 1) {
+            if (box != nullptr && !std::exchange(opened, true)) {
                 answer(box);
             }
         });
         poll.start(20);
         work();
-        return ticks > 0;
+        return opened;
     }
 
     const QFont UsualFont = QApplication::font();
@@ -171,6 +171,9 @@ TEST_F(Skin, ReportsTheRowThatHasTheKeyboard) {
     const std::pair<Qt::Key, std::string> keys[] = {{Qt::Key_Down, "Bela"},
                                                     {Qt::Key_Tab, "Wolf"},
                                                     {Qt::Key_Backtab, "Bela"},
+                                                    {Qt::Key_Up, "Aron"},
+                                                    {Qt::Key_Tab, "Rat"},
+                                                    {Qt::Key_Backtab, "Aron"},
                                                     {Qt::Key_Right, "Kills"},
                                                     {Qt::Key_Return, "Kills, sorted ascending"},
                                                     {Qt::Key_Return, "Kills, sorted descending"}};
@@ -214,6 +217,7 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsed) {
         {"Open", "", "", "c/file.html"},      {"Batch", "a", "file.html", "b/file.html"},
         {"Open", "c", "file.html", "c/none"}, {"Save data As", "b", "", "a/newer"},
         {"Import", "b", "file.html", ""}};
+    QSize size; // in which the last one was left
     for (const auto& [entry, folder, offered, file] : uses) {
         const bool saves = entry == "Save data As";
         const bool isData = saves || entry == "Open";
@@ -232,6 +236,17 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsed) {
             auto* const name = dialog->findChild<QLineEdit*>("fileNameEdit");
             EXPECT_EQ(name->text(), offered);
             QTest::qWait(100); // the list of files comes late
+            auto* const list = dialog->findChild<QTreeView*>("treeView");
+            for (int column = 0; column < 4; ++column) {
+                const auto cell = list->model()->index(0, column, list->rootIndex());
+                EXPECT_GE(list->columnWidth(column), list->sizeHintForIndex(cell).width());
+            }
+            EXPECT_GE(list->viewport()->width(), list->header()->length());
+            EXPECT_FALSE(
+                dialog->findChild<QListView*>("sidebar")->horizontalScrollBar()->isVisible());
+            EXPECT_TRUE(size.isEmpty() || dialog->size() == size);
+            dialog->resize(dialog->size() + QSize(3, 2));
+            size = dialog->size();
             name->setText(QString::fromStdString((home.Path / file).string()));
             QTest::keyClick(name, file.empty() ? Qt::Key_Escape : Qt::Key_Return);
         };
@@ -243,30 +258,15 @@ TEST_F(Skin, OpensEachFileDialogWhereItWasLastUsed) {
     }
 }
 
-TEST_F(Skin, ShowsFileDialogsReadableAndInTheSizeLastGiven) {
-    QSize size;
-    const auto look = [&](QWidget* dialog) {
-        QTest::qWait(100); // the list of files comes late
-        auto* const list = dialog->findChild<QTreeView*>("treeView");
-        for (int column = 0; column < 4; ++column) {
-            const auto cell = list->model()->index(0, column, list->rootIndex());
-            EXPECT_GE(list->columnWidth(column), list->sizeHintForIndex(cell).width());
-        }
-        EXPECT_GE(list->viewport()->width(), list->header()->length());
-        EXPECT_FALSE(dialog->findChild<QListView*>("sidebar")->horizontalScrollBar()->isVisible());
-        EXPECT_TRUE(size.isEmpty() || dialog->size() == size);
-        dialog->resize(dialog->size() + QSize(3, 2));
-        size = dialog->size();
-        dialog->close();
-    };
-    EXPECT_TRUE(WithBox([&] { Choose("Import"); }, look));
-    EXPECT_TRUE(WithBox([&] { Choose("Save data As"); }, look));
-}
-
 TEST_F(Skin, SortsAtTheHeaderByMouseAndKeys) {
+    using Tester = QAbstractItemModelTester;
+    const Tester tester(Characters->model(), Tester::FailureReportingMode::Fatal);
     FillLists();
+    auto* const table = QAccessible::queryAccessibleInterface(Characters)->tableInterface();
+    EXPECT_EQ(table->columnDescription(2) + table->rowDescription(0), "") << "no such headers";
+    const auto alignment = Characters->model()->index(0, 1).data(Qt::TextAlignmentRole);
+    EXPECT_EQ(alignment.toInt(), Qt::AlignRight | Qt::AlignVCenter);
     QHeaderView* const header = Characters->header();
-    const int widest = header->sectionSizeHint(1);
     Window->setAttribute(Qt::WA_KeyboardFocusChange); // as the Tab key does
     const auto framed = [&] {
         const QImage focused = header->viewport()->grab().toImage();
@@ -292,8 +292,6 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeys) {
         QCoreApplication::processEvents();
         EXPECT_EQ(framed(), column != 1) << "a frame shows once a key has used the header";
         EXPECT_EQ(Rows(Characters).constFirst(), down ? "Bela 8" : "Aron 7");
-        EXPECT_EQ(header->sectionSizeHint(1), widest)
-            << "with the arrow, also before the first sort";
         EXPECT_EQ(header->sortIndicatorSection(), sorted);
         EXPECT_EQ(header->sortIndicatorOrder(), down ? Qt::DescendingOrder : Qt::AscendingOrder);
         EXPECT_EQ(Characters->currentIndex().data().toString(), "Aron");
@@ -305,24 +303,10 @@ TEST_F(Skin, SortsAtTheHeaderByMouseAndKeys) {
     EXPECT_TRUE(QApplication::clipboard()->text().contains("aron\u2019"));
 }
 
-TEST_F(Skin, ShowsTheMonstersOfTheRowThatAnArrowKeyReaches) {
-    using Tester = QAbstractItemModelTester;
-    const Tester tester(Characters->model(), Tester::FailureReportingMode::Fatal);
-    FillLists();
-    auto* const table = QAccessible::queryAccessibleInterface(Characters)->tableInterface();
-    EXPECT_EQ(table->columnDescription(2) + table->rowDescription(0), "") << "no such headers";
-    for (const auto& [key, kills] : {std::pair(Qt::Key_Down, "Wolf 8"), {Qt::Key_Up, "Rat 7"}}) {
-        QTest::keyClick(Characters, key);
-        QCoreApplication::processEvents();
-        EXPECT_EQ(Rows(Monsters), QStringList(kills));
-    }
-    const auto alignment = Characters->model()->index(0, 1).data(Qt::TextAlignmentRole);
-    EXPECT_EQ(alignment.toInt(), Qt::AlignRight | Qt::AlignVCenter);
-}
-
 TEST_F(Skin, ShowsCutCellsInTooltipsAndByScrolling) {
     const std::string longName = "<b>" + std::string(2000, 'x');
     FillLists({"Aron", longName});
+    const int own = Monsters->columnWidth(0);
     const QString capped = Characters->model()->index(1, 0).data().toString();
     EXPECT_EQ(capped.size(), 1000);
     const QString tip = TipAt(Characters->viewport(), Cell(Characters, 1).center());
@@ -346,7 +330,7 @@ TEST_F(Skin, ShowsCutCellsInTooltipsAndByScrolling) {
     }
     QTest::mouseClick(Characters->viewport(), Qt::LeftButton, {}, Cell(Characters, 0).center());
     QCoreApplication::processEvents();
-    EXPECT_FALSE(Monsters->horizontalScrollBar()->isVisible()) << "at the columns' own widths";
+    EXPECT_EQ(Monsters->columnWidth(0), own) << "a click undoes what was dragged";
 }
 
 TEST_F(Skin, ShowsALongNumberFromItsStart) {
@@ -437,12 +421,7 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
         const auto reply = [&, answer = answer, points = points](QWidget* box) {
             EXPECT_EQ(static_cast<QMessageBox*>(box)->icon(), QMessageBox::Question);
             const auto* const text = box->findChild<QLabel*>("qt_msgbox_label");
-            const auto height = [text](const QString& part) {
-                const QRect room(0, 0, text->width(), 0);
-                return text->fontMetrics().boundingRect(room, Qt::TextWordWrap, part).height();
-            };
-            EXPECT_EQ(height(text->text().chopped(20)), height(text->text())) << "an orphan";
-            EXPECT_GE(text->height(), height(text->text()));
+            EXPECT_GE(text->height(), text->heightForWidth(text->width()));
             const QRect row = Cell(Characters, 9);
             const QRect place = row.translated(Characters->viewport()->mapToGlobal(QPoint()));
             EXPECT_FALSE(IsOffscreen() && points < 30 && box->geometry().intersects(place));
@@ -510,7 +489,6 @@ TEST_F(Skin, ClosesTheAboutWindowAndOpensItAgain) {
         Tallies->AboutWindow.Picture1.Picture = Tallies->Services.LoadPicture(picture);
         EXPECT_EQ(shown()->findChild<QLabel*>()->pixmap().size(), size);
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !shown()->windowIcon().isNull(); }));
     const auto sizes = shown()->windowIcon().availableSizes();
     EXPECT_TRUE(!IsOffscreen() || (sizes.contains(QSize(16, 16)) && sizes.contains({256, 256})));
     Choose("Exit");

@@ -1,41 +1,25 @@
 #include "SystemCalls.h"
 
-#include <cerrno>
 #include <cstdarg>
 #include <sys/stat.h>
 #include <sys/vfs.h>
-#include <utility>
 
 namespace {
 
-Intervention Current;
-
 template <class Make>
 auto Pass(const SystemCall& call, Make make) {
-    if (!Current) {
+    if (!Intervene::Current) {
         return make();
     }
-    const Intervention intervention = std::exchange(Current, nullptr);
+    const Intervention intervention = std::exchange(Intervene::Current, nullptr);
     const long result = intervention(call, make);
     const int error = errno;
-    Current = intervention;
+    Intervene::Current = intervention;
     errno = error;
     return static_cast<decltype(make())>(result);
 }
 
 } // namespace
-
-Intervene::Intervene(Intervention intervention) {
-    Current = std::move(intervention);
-}
-Intervene::~Intervene() {
-    Current = nullptr;
-}
-
-long FailWith(int errorNumber) {
-    errno = errorNumber;
-    return -1;
-}
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the linker gives these names
 extern "C" {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cerrno>
 #include <functional>
 #include <string_view>
+#include <utility>
 
 // A call of the program to the system about a file.
 struct SystemCall {
@@ -17,8 +19,13 @@ struct SystemCall {
 using Intervention = std::function<long(const SystemCall& call, const std::function<long()>& make)>;
 
 struct Intervene {
-    explicit Intervene(Intervention intervention);
-    ~Intervene();
+    explicit Intervene(Intervention intervention) { Current = std::move(intervention); }
+    ~Intervene() { Current = nullptr; }
+
+    inline static Intervention Current;
 };
 
-long FailWith(int errorNumber);
+inline long FailWith(int errorNumber) {
+    errno = errorNumber;
+    return -1;
+}

@@ -15,14 +15,7 @@ TEST(Numbers, ReadTheLongestNumberAtTheFront) {
     EXPECT_EQ(Numbers::Read("1\t2\n3"), 123);
     EXPECT_EQ(Numbers::Read("\r5"), 0);
     EXPECT_EQ(Numbers::Read("." + std::string(400, '0') + "1e402"), 10);
-}
-
-TEST(Numbers, AreWrittenInPlainDigits) {
-    for (const std::string digits : {"0.5", "100000", "12.25", "-32768", "0", "0.0000001"}) {
-        EXPECT_EQ(Numbers::PlainDigits(std::stod(digits)), digits);
-    }
     EXPECT_EQ(Numbers::PlainDigits(-0.0), "0");
-    EXPECT_EQ(Numbers::NumberText(-2147483647 - 1), "-2147483648");
 }
 
 TEST(CodePage, BringsEveryByteBack) {
