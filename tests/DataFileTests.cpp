@@ -43,8 +43,7 @@ TEST(DataFile, ComesBackByteForByte) {
     EXPECT_TRUE(ReadAll(first) == ReadAll(second));
 }
 
-// A file cut off anywhere loads up to there, and every later field keeps its value. A number that
-// is cut is neither.
+// A cut file loads up to the cut; later fields keep their values. A number that is cut is neither.
 TEST(DataFile, LoadsWhatIsThereOfACutFile) {
     const TemporaryFolder folder;
     Main::WriteDataFile(*FullLedger(New), folder.Path / "whole.qvt");

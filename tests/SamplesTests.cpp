@@ -4,8 +4,7 @@
 
 #include <map>
 
-// The page of the samples says what a batch import of them leaves, in tables whose rows end in a
-// number.
+// The page says what a batch import of the samples leaves, in tables whose rows end in a number.
 TEST(Samples, LeaveWhatTheirPageSays) {
     const std::filesystem::path page = std::filesystem::path(SAMPLES_FOLDER) / "README.md";
     std::map<std::string, int> difference; // of each row: 1 only on the page, -1 only in the ledger

@@ -151,8 +151,7 @@ struct World {
         std::erase_if(Screen.Transcript, [](const auto& line) { return line[0] != '['; });
         return std::exchange(Screen.Transcript, {});
     }
-    // What the window showed since the last call: status and boxes as they are painted, the pointer
-    // and refills of the lists.
+    // What was shown since the last call: status and boxes when painted, the pointer, refills.
     std::string TakeShown() { return std::exchange(Shown, {}); }
 
     TemporaryFolder Folder;

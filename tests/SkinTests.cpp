@@ -393,8 +393,7 @@ TEST_F(Skin, TakesLeftClicksThatBeganInTheListAndShowsItsPointer) {
     }
 }
 
-// Only a key that was pressed and released in the list asks. Yes is the default, wherever the
-// desktop places it.
+// Only a key that was pressed and released in the list asks. Yes is the default, wherever it is.
 TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     qApp->setStyleSheet("* { button-layout: 3 }");
     FillLists({"Aron", "Bela", "Ciri", "Dora", "Eno", "Fay", "Gil", "Hal", "Ida", "Jon", "Kim"});
@@ -410,8 +409,7 @@ TEST_F(Skin, DeletesAfterAKeyOfItsOwnAndAYes) {
     };
     EXPECT_FALSE(WithBox(halves, [](QWidget* box) { box->close(); }));
     Window->move(0, 100);
-    // An answer, and a size of type. The second box is wider than the window, the last one would
-    // be wider than the screen.
+    // An answer and a size of type: the window, then the screen is smaller than the box would be.
     for (const auto& [answer, points] :
          {std::pair(Qt::Key_Escape, 9), {Qt::Key_N, 18}, {Qt::Key_Return, 30}}) {
         QFont font = UsualFont;

@@ -14,8 +14,7 @@ struct SystemCall {
     int Flags = 0;          // of an open
 };
 
-// What a test does in place of each call: makes it after all, or fails it. It does not see its own
-// calls.
+// What a test does in place of each call: makes it, or fails it. It does not see its own calls.
 using Intervention = std::function<long(const SystemCall& call, const std::function<long()>& make)>;
 
 struct Intervene {

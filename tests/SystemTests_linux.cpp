@@ -91,8 +91,7 @@ TEST(Faults, DiskFullAtEveryBlockOfASave) {
 }
 
 // The old file or the new one, and the new one if the save succeeded. A signal makes none fail, nor
-// does a disk that has no permissions or does not say what it is, nor a temporary name that is
-// taken.
+// does a disk without permissions or of unknown kind, nor a temporary name that is taken.
 TEST(Faults, EachCallOfASaveFails) {
     const SavedGame game;
     int calls = 1;
@@ -117,8 +116,7 @@ TEST(Faults, EachCallOfASaveFails) {
     EXPECT_GT(calls, 20);
 }
 
-// A save deletes temporary files that killed saves left, once they are a day old, and nothing else
-// that looks like one.
+// A save deletes day-old temporary files of killed saves, and nothing else that looks like one.
 TEST(Saves, DeleteOldTemporaryFiles) {
     const SavedGame game;
     const auto in = [&](const std::string& name) { return game.Folder.Path / name; };
@@ -215,8 +213,7 @@ private:
 
 } // namespace
 
-// The old file or the new one, also if the program is killed, and the new one once the save is
-// done.
+// The old file or the new one, also if the program is killed; the new one once the save is done.
 TEST(Faults, PowerCutAfterEachCallOfASave) {
     for (const bool fat : {false, true}) {
         const SavedGame game;
