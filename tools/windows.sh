@@ -84,8 +84,11 @@ build_qt() {
         vulkan pkg_config; do
         features+=("-DFEATURE_$feature=OFF")
     done
-    # No file says where it was built: the folder is mapped away, and the prefix is the same for all.
-    local map="-ffile-prefix-map=$work=." prefix=/qt-windows
+    # No file says where or when it was built: the folder is mapped away, the prefix is the same for
+    # all, and the time is that of the source and not of a commit.
+    local map="-ffile-prefix-map=$work=." prefix=/qt-windows SOURCE_DATE_EPOCH
+    SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l "$source/debian/changelog" -S Timestamp)
+    export SOURCE_DATE_EPOCH
     CFLAGS=$map CXXFLAGS=$map cmake -S "$source" -B "$work/build" -G Ninja \
         -DCMAKE_TOOLCHAIN_FILE="$PWD/tools/windows.cmake" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_INSTALL_PREFIX=$prefix -DBUILD_SHARED_LIBS=ON \

@@ -226,7 +226,8 @@ void ListWidget::initViewItemOption(QStyleOptionViewItem* option) const {
 void ListWidget::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
     QTreeView::drawRow(painter, option, index);
-    if (!hasFocus() && selectionModel()->isSelected(index)) {
+    if (!hasFocus() && selectionModel()->isSelected(index) &&
+        !style()->inherits("QWindowsVistaStyle")) { // whose marks are of its own
         const QRect row = visualRect(index.siblingAtColumn(0)) |
                           visualRect(index.siblingAtColumn(Header->count() - 1));
         painter->setPen(palette().color(QPalette::Active, QPalette::Highlight));
