@@ -511,7 +511,7 @@ int main(int argc, char* argv[]) {
     const QApplication application(argc, argv);
     int result = RUN_ALL_TESTS();
     for (const auto& left : std::filesystem::recursive_directory_iterator(home.Path)) {
-        std::fprintf(stderr, "The program left %s in a home\n", left.path().string().c_str());
+        qWarning("The program left %s in a home", left.path().string().c_str());
         result = 1;
     }
     return result;
