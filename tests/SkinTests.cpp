@@ -114,9 +114,8 @@ TEST_F(Skin, LaysTheWindowsOutInProportionWithNothingClippedOrOverlapping) {
     Tallies->MainWindow.lblStatus.Caption = "Please wait, batch importing turns...";
     EXPECT_TRUE(Tallies->MainWindow.lblStatus.Repaint && Tallies->MainWindow.txtGame.Repaint)
         << "nothing would show during a command";
-    auto labels = client->findChildren<QLabel*>();
-    labels += Tallies->AboutRenderer.Window()->findChildren<QLabel*>();
-    for (const QLabel* const label : labels) {
+    const QWidget* const about = Tallies->AboutRenderer.Window();
+    for (const auto* label : client->findChildren<QLabel*>() + about->findChildren<QLabel*>()) {
         const bool wraps = label->wordWrap();
         const QSize needed(wraps ? 0 : label->sizeHint().width(),
                            wraps ? label->heightForWidth(label->width())
@@ -173,6 +172,7 @@ TEST_F(Skin, ReportsTheRowThatHasTheKeyboard) {
                                                     {Qt::Key_Backtab, "Bela"},
                                                     {Qt::Key_Up, "Aron"},
                                                     {Qt::Key_Tab, "Rat"},
+                                                    {Qt::Key_Right, "Rat"}, // cannot be sorted
                                                     {Qt::Key_Backtab, "Aron"},
                                                     {Qt::Key_Right, "Kills"},
                                                     {Qt::Key_Return, "Kills, sorted ascending"},
